@@ -1,0 +1,55 @@
+#include "NameCheck.h"
+
+#include "Unicode.h"
+
+namespace tessane {
+
+std::string NameError::message() const {
+  switch (case_) {
+    case Case::tooLong:
+      return "The name is too long";
+    case Case::existingFile:
+      return "There’s already “" + name_ + "” in the folder";
+    case Case::empty:
+      return "The name is empty";
+    case Case::startsWithDot:
+      return "The name can’t start with a dot";
+    case Case::invalidCharacters:
+      return "The name contains characters that aren’t allowed (/ :)";
+    case Case::duplicateInBatch:
+      return "Same name as another file in the batch";
+  }
+  return {};
+}
+
+namespace NameCheck {
+
+bool hasInvalidCharacters(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte < 0x80) {
+      // ASCII controls are 0x00-0x1F and 0x7F.
+      if (byte == '/' || byte == ':' || byte < 0x20 || byte == 0x7F) return true;
+      ++i;
+      continue;
+    }
+    if (unicode::isControl(unicode::nextScalar(text, i))) return true;  // C1 controls
+  }
+  return false;
+}
+
+std::vector<NameError> problems(std::string_view base, std::string_view ext) {
+  const std::size_t bytes = base.size() + (ext.empty() ? 0 : 1 + ext.size());
+  if (bytes == 0) return {NameError::empty()};
+  std::vector<NameError> out;
+  const bool dotFirst = base.empty() ? true : base.front() == '.';
+  if (dotFirst) out.push_back(NameError::startsWithDot());
+  if (hasInvalidCharacters(base) || hasInvalidCharacters(ext)) {
+    out.push_back(NameError::invalidCharacters());
+  }
+  if (bytes > kMaxNameBytes) out.push_back(NameError::tooLong(static_cast<std::int64_t>(bytes)));
+  return out;
+}
+
+}  // namespace NameCheck
+}  // namespace tessane

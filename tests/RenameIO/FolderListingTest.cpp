@@ -1,0 +1,154 @@
+#include "RenameIO/FolderListing.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "TempFolder.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TempFolder;
+
+std::vector<std::string> namesOf(const std::vector<ListedFile>& files) {
+  std::vector<std::string> out;
+  for (const ListedFile& f : files)
+    out.push_back(f.name);
+  return out;
+}
+
+std::vector<std::string> sorted(std::vector<std::string> v) {
+  std::sort(v.begin(), v.end());
+  return v;
+}
+
+TEST(FolderListing, FilesAreTheVisibleRegularFilesNamesAreEverything) {
+  TempFolder dir;
+  dir.file("a.JPG");
+  dir.file(".DS_Store");
+  dir.file("b.ARW");
+  fs::create_directory(dir.path() / "Sub");
+  fs::create_directory(dir.path() / "Library.photoslibrary");
+  fs::create_symlink("a.JPG", dir.path() / "link.JPG");
+  fs::create_symlink("Sub", dir.path() / "link-to-folder");
+  fs::create_symlink("gone.JPG", dir.path() / "dangling.JPG");
+  ASSERT_EQ(::mkfifo((dir.path() / "pipe.jpg").c_str(), 0644), 0);
+
+  Result<std::vector<ListedFile>> files = FolderListing::files(dir.path());
+  ASSERT_TRUE(files.ok()) << files.error().message();
+  EXPECT_EQ(namesOf(files.value()), (std::vector<std::string>{"a.JPG", "b.ARW"}));
+  EXPECT_EQ(files.value()[0].path, dir.path() / "a.JPG");
+
+  Result<std::vector<std::string>> names = FolderListing::names(dir.path());
+  ASSERT_TRUE(names.ok());
+  EXPECT_EQ(sorted(names.value()),
+            (std::vector<std::string>{".DS_Store", "Library.photoslibrary", "Sub", "a.JPG", "b.ARW",
+                                      "dangling.JPG", "link-to-folder", "link.JPG", "pipe.jpg"}));
+}
+
+TEST(FolderListing, FilesComeInNaturalOrder) {
+  TempFolder dir;
+  for (const char* n :
+       {"IMG_10.JPG", "IMG_2.JPG", "img_3.jpg", "IMG_1.JPG", "Zebra.jpg", "apple.jpg"}) {
+    dir.file(n);
+  }
+  Result<std::vector<ListedFile>> files = FolderListing::files(dir.path());
+  ASSERT_TRUE(files.ok());
+  EXPECT_EQ(namesOf(files.value()),
+            (std::vector<std::string>{"apple.jpg", "IMG_1.JPG", "IMG_2.JPG", "img_3.jpg",
+                                      "IMG_10.JPG", "Zebra.jpg"}));
+}
+
+TEST(FolderListing, NamesKeepTheirBytesWhateverTheirForm) {
+  TempFolder dir;
+  const std::string decomposed = "e\xCC\x81t\xC3\xA9.jpg";  // one é decomposed, one composed
+  const std::string notText = "caf\xE9.jpg";                // Latin-1, not UTF-8
+  const std::string emoji = "\xF0\x9F\x8C\x8A surf.JPG";
+  dir.file(decomposed, "decomposed");
+  dir.file(notText, "latin-1");
+  dir.file(emoji, "emoji");
+
+  Result<std::vector<ListedFile>> files = FolderListing::files(dir.path());
+  ASSERT_TRUE(files.ok());
+  ASSERT_EQ(files.value().size(), 3u);
+  for (const ListedFile& f : files.value()) {
+    // Every listed path opens the very file: no byte of a name was changed on the way.
+    std::ifstream in(f.path);
+    std::string contents;
+    std::getline(in, contents);
+    if (f.name == decomposed) {
+      EXPECT_EQ(contents, "decomposed");
+      EXPECT_TRUE(f.nameIsText);
+    } else if (f.name == notText) {
+      EXPECT_EQ(contents, "latin-1");
+      EXPECT_FALSE(f.nameIsText);
+      EXPECT_EQ(f.displayName(), "caf\xEF\xBF\xBD.jpg");
+    } else {
+      EXPECT_EQ(f.name, emoji);
+      EXPECT_EQ(contents, "emoji");
+    }
+  }
+  Result<std::vector<std::string>> names = FolderListing::names(dir.path());
+  ASSERT_TRUE(names.ok());
+  EXPECT_EQ(sorted(names.value()), sorted({decomposed, notText, emoji}));
+}
+
+TEST(FolderListing, EmptyFolderIsNotAnError) {
+  TempFolder dir;
+  Result<std::vector<ListedFile>> files = FolderListing::files(dir.path());
+  ASSERT_TRUE(files.ok());
+  EXPECT_TRUE(files.value().empty());
+  Result<std::vector<std::string>> names = FolderListing::names(dir.path());
+  ASSERT_TRUE(names.ok());
+  EXPECT_TRUE(names.value().empty());
+}
+
+TEST(FolderListing, FoldersThatCannotBeReadGiveErrors) {
+  TempFolder dir;
+  const fs::path vanished = dir.path() / "card";
+  fs::create_directory(vanished);
+  fs::remove(vanished);
+  Result<std::vector<ListedFile>> missing = FolderListing::files(vanished);
+  ASSERT_FALSE(missing.ok());
+  EXPECT_EQ(missing.error().code, ENOENT);
+  EXPECT_EQ(missing.error().path, vanished);
+  EXPECT_NE(missing.error().message().find("“" + vanished.string() + "”"), std::string::npos);
+  EXPECT_FALSE(FolderListing::names(vanished).ok());
+
+  const fs::path file = dir.file("photo.jpg");
+  Result<std::vector<std::string>> notFolder = FolderListing::names(file);
+  ASSERT_FALSE(notFolder.ok());
+  EXPECT_EQ(notFolder.error().code, ENOTDIR);
+
+  // A link to a folder is followed when it is the folder asked for: that is what the user chose.
+  fs::create_directory(dir.path() / "real");
+  dir.file("real/x.jpg");
+  fs::create_symlink("real", dir.path() / "alias");
+  Result<std::vector<ListedFile>> viaLink = FolderListing::files(dir.path() / "alias");
+  ASSERT_TRUE(viaLink.ok());
+  EXPECT_EQ(namesOf(viaLink.value()), std::vector<std::string>{"x.jpg"});
+}
+
+TEST(FolderListing, FolderWithoutPermission) {
+  if (::geteuid() == 0) GTEST_SKIP() << "root reads every folder; permission test not possible";
+  TempFolder dir;
+  const fs::path locked = dir.path() / "locked";
+  fs::create_directory(locked);
+  fs::permissions(locked, fs::perms::none);
+  Result<std::vector<ListedFile>> files = FolderListing::files(locked);
+  fs::permissions(locked, fs::perms::owner_all);
+  ASSERT_FALSE(files.ok());
+  EXPECT_EQ(files.error().code, EACCES);
+}
+
+}  // namespace
+}  // namespace tessane
