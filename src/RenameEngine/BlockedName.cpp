@@ -16,33 +16,28 @@ void appendPiece(std::vector<NameToken>& tokens, NameToken::Kind kind, std::stri
   }
 }
 
-struct Separator {
-  std::string text;
-  std::size_t characters;
-};
+}  // namespace
 
-std::vector<Separator> prepare(const std::vector<std::string>& separators) {
-  std::vector<Separator> out;
-  out.reserve(separators.size());
+SeparatorSet::SeparatorSet(const std::vector<std::string>& separators) {
+  std::vector<std::pair<std::string, std::size_t>> prepared;
   for (const std::string& s : separators) {
     if (s.empty()) continue;
     std::string text = unicode::toNfc(s);
     const std::size_t characters = unicode::graphemeCount(text);
-    out.push_back(Separator{std::move(text), characters});
+    prepared.emplace_back(std::move(text), characters);
   }
-  std::stable_sort(out.begin(), out.end(), [](const Separator& a, const Separator& b) {
-    return a.characters > b.characters;
-  });
-  return out;
+  std::stable_sort(prepared.begin(), prepared.end(),
+                   [](const auto& a, const auto& b) { return a.second > b.second; });
+  for (auto& [text, characters] : prepared) {
+    if (text.size() != 1 || (static_cast<unsigned char>(text[0]) & 0x80)) singleAscii_ = false;
+    texts_.push_back(std::move(text));
+  }
 }
 
-bool allSingleAsciiBytes(const std::vector<Separator>& separators) {
-  return std::all_of(separators.begin(), separators.end(), [](const Separator& s) {
-    return s.text.size() == 1 && !(static_cast<unsigned char>(s.text[0]) & 0x80);
-  });
+const SeparatorSet& SeparatorSet::defaults() {
+  static const SeparatorSet set(BlockedName::defaultSeparators());
+  return set;
 }
-
-}  // namespace
 
 const std::vector<std::string>& BlockedName::defaultSeparators() {
   static const std::vector<std::string> separators{"_", "-", " ", "."};
@@ -50,26 +45,26 @@ const std::vector<std::string>& BlockedName::defaultSeparators() {
 }
 
 BlockedName BlockedName::split(std::string_view name) {
-  return split(name, defaultSeparators());
+  return split(name, SeparatorSet::defaults());
 }
 
 BlockedName BlockedName::split(std::string_view name, const std::vector<std::string>& separators) {
+  return split(name, SeparatorSet(separators));
+}
+
+BlockedName BlockedName::split(std::string_view name, const SeparatorSet& separators) {
   BlockedName result;
   if (name.empty()) return result;
-  // The default list is prepared once; a caller's own list is prepared per call.
-  static const std::vector<Separator> kDefault = prepare(defaultSeparators());
-  std::vector<Separator> own;
-  if (&separators != &defaultSeparators()) own = prepare(separators);
-  const std::vector<Separator>& seps = &separators == &defaultSeparators() ? kDefault : own;
+  const std::vector<std::string>& seps = separators.texts();
   std::vector<NameToken>& tokens = result.tokens_;
   tokens.reserve(8);  // camera names have three to seven tokens: one allocation, not three
 
   // The common case: an ASCII name and one-byte separators. Every byte is a character (CR LF is
   // the one ASCII pair that forms a single character, and it matches no one-byte separator).
-  if (unicode::isAscii(name) && allSingleAsciiBytes(seps)) {
+  if (unicode::isAscii(name) && separators.allSingleAscii()) {
     bool isSeparator[256] = {};
-    for (const Separator& s : seps)
-      isSeparator[static_cast<unsigned char>(s.text[0])] = true;
+    for (const std::string& s : seps)
+      isSeparator[static_cast<unsigned char>(s[0])] = true;
     auto separatorAt = [&](std::size_t j, std::size_t& width) {
       const bool crlf = name[j] == '\r' && j + 1 < name.size() && name[j + 1] == '\n';
       width = crlf ? 2 : 1;
@@ -95,13 +90,13 @@ BlockedName BlockedName::split(std::string_view name, const std::vector<std::str
     const std::size_t pos = bounds[b];
     const std::string_view rest = name.substr(pos);
     bool matched = false;
-    for (const Separator& s : seps) {
-      if (rest.substr(0, s.text.size()) != s.text) continue;
-      const std::size_t end = pos + s.text.size();
+    for (const std::string& s : seps) {
+      if (rest.substr(0, s.size()) != s) continue;
+      const std::size_t end = pos + s.size();
       const auto it =
           std::lower_bound(bounds.begin() + static_cast<std::ptrdiff_t>(b), bounds.end(), end);
       if (it == bounds.end() || *it != end) continue;  // would end inside a character
-      appendPiece(tokens, NameToken::Kind::separator, s.text);
+      appendPiece(tokens, NameToken::Kind::separator, s);
       b = static_cast<std::size_t>(it - bounds.begin());
       matched = true;
       break;

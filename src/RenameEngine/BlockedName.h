@@ -19,6 +19,23 @@ struct NameToken {
   friend bool operator==(const NameToken&, const NameToken&) = default;
 };
 
+// A list of separators made ready for splitting: empty ones dropped, each in NFC, longest first
+// (equal lengths keep the caller's order). Build it once and split many names with it.
+class SeparatorSet {
+ public:
+  explicit SeparatorSet(const std::vector<std::string>& separators);
+  // "_", "-", " ", "." in that order.
+  static const SeparatorSet& defaults();
+
+  const std::vector<std::string>& texts() const { return texts_; }  // in matching order
+  // True when every separator is a single ASCII byte (the fast path of split).
+  bool allSingleAscii() const { return singleAscii_; }
+
+ private:
+  std::vector<std::string> texts_;
+  bool singleAscii_ = true;
+};
+
 class BlockedName {
  public:
   // "_", "-", " ", "." in that order.
@@ -29,6 +46,7 @@ class BlockedName {
   // boundary, so a "." carrying a combining mark is part of a block. Runs of separators make one
   // separator token; a name may begin or end with one.
   static BlockedName split(std::string_view name);
+  static BlockedName split(std::string_view name, const SeparatorSet& separators);
   static BlockedName split(std::string_view name, const std::vector<std::string>& separators);
 
   BlockedName() = default;

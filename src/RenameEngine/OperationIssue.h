@@ -1,0 +1,52 @@
+// The problems that operations, templates and counters report beside a usable name.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tessane {
+
+class OperationIssue {
+ public:
+  enum class Case {
+    invalidPattern,
+    protectedBlock,
+    counterOverflow,
+    missingVariable,
+    unknownVariable,
+    invalidFormat,
+    invalidTemplate
+  };
+
+  static OperationIssue invalidPattern() { return OperationIssue(Case::invalidPattern, {}); }
+  static OperationIssue protectedBlock() { return OperationIssue(Case::protectedBlock, {}); }
+  static OperationIssue counterOverflow() { return OperationIssue(Case::counterOverflow, {}); }
+  static OperationIssue missingVariable(std::string name) {
+    return OperationIssue(Case::missingVariable, std::move(name));
+  }
+  static OperationIssue unknownVariable(std::string name) {
+    return OperationIssue(Case::unknownVariable, std::move(name));
+  }
+  static OperationIssue invalidFormat(std::string name) {
+    return OperationIssue(Case::invalidFormat, std::move(name));
+  }
+  static OperationIssue invalidTemplate() { return OperationIssue(Case::invalidTemplate, {}); }
+
+  Case kind() const noexcept { return case_; }
+  // The variable's name for missingVariable, unknownVariable and invalidFormat; else empty.
+  const std::string& variable() const noexcept { return variable_; }
+
+  // The text shown to the user. `missingText` is what a missing value is replaced with (the
+  // "Text for missing data" setting); it appears only in the missingVariable message.
+  std::string message(std::string_view missingText = {}) const;
+
+  friend bool operator==(const OperationIssue&, const OperationIssue&) = default;
+
+ private:
+  OperationIssue(Case c, std::string variable) : case_(c), variable_(std::move(variable)) {}
+
+  Case case_;
+  std::string variable_;
+};
+
+}  // namespace tessane
