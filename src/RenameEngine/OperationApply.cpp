@@ -134,7 +134,7 @@ bool isEmojiCharacter(std::string_view character) {
 }
 
 // Expands "$0", "$1"… against a match; "\x" is a literal x; any other "$" is itself.
-void expandTemplate(const std::string& replacement, const icu::RegexMatcher& matcher,
+void expandTemplate(std::string_view replacement, const icu::RegexMatcher& matcher,
                     const std::string& text, std::string& out) {
   const int32_t groups = matcher.groupCount();
   for (std::size_t i = 0; i < replacement.size(); ++i) {
@@ -259,9 +259,9 @@ namespace {
 
 // The operation on a base name already in NFC.
 BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation& prepared,
-                       const std::string& base, const SeparatorSet& separators) {
+                       std::string_view stateText, const std::string& base,
+                       const SeparatorSet& separators) {
   const std::vector<AnchorFinder>& finders = prepared.finders;
-  const std::string& stateText = prepared.text;
   const BlockRef& stateBlock = prepared.block;
   auto unchanged = [&] { return BaseResult{base, false}; };
   return std::visit(
@@ -404,20 +404,21 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
             std::vector<NameToken> tokens = blocked.tokens();
             const auto index = findBlock(stateBlock, tokens);
             if (!index) return unchanged();
-            tokens[*index].text = stateText;
+            tokens[*index].text = std::string(stateText);
             return {joinTokens(tokens)};
           },
           [&](const op::ReplaceBefore&) -> BaseResult {
             const LocatedName name(base);
             const auto r = finders[0].range(name);
             if (!r) return unchanged();
-            return {stateText + slice(name, r->lower, name.length())};
+            std::string out(stateText);
+            return {out.append(slice(name, r->lower, name.length()))};
           },
           [&](const op::ReplaceAfter&) -> BaseResult {
             const LocatedName name(base);
             const auto r = finders[0].range(name);
             if (!r) return unchanged();
-            return {slice(name, 0, r->upper) + stateText};
+            return {slice(name, 0, r->upper).append(stateText)};
           },
           [&](const op::MoveBlock& o) -> BaseResult {
             BlockedName blocked = BlockedName::split(base, separators);
@@ -462,7 +463,7 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
           [&](const op::RemoveInvalidCharacters&) -> BaseResult {
             std::string out;
             forEachCharacter(base, [&](std::string_view c) {
-              out.append(isInvalidCharacter(c) ? std::string_view(stateText) : c);
+              out.append(isInvalidCharacter(c) ? stateText : c);
             });
             return {std::move(out)};
           },
@@ -490,11 +491,23 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
 
 OperationOutcome CompiledOperation::apply(const FileName& name,
                                           const OperationContext& context) const {
+  return applyWithText(name, context, state_->text);
+}
+
+OperationOutcome CompiledOperation::applyInserting(const FileName& name,
+                                                   const OperationContext& context,
+                                                   std::string_view text) const {
+  return applyWithText(name, context, unicode::toNfc(text));
+}
+
+OperationOutcome CompiledOperation::applyWithText(const FileName& name,
+                                                  const OperationContext& context,
+                                                  std::string_view text) const {
   const PreparedOperation& s = *state_;
   const SeparatorSet& separators = context.separatorSet();
 
   if (std::holds_alternative<op::SetExtension>(operation_.value)) {
-    return {FileName{name.base, s.text}, std::nullopt};
+    return {FileName{name.base, std::string(text)}, std::nullopt};
   }
   if (const auto* change = std::get_if<op::ChangeExtensionCase>(&operation_.value)) {
     return {FileName{name.base, applyCase(change->style, unicode::toNfc(name.ext), separators)},
@@ -502,21 +515,21 @@ OperationOutcome CompiledOperation::apply(const FileName& name,
   }
 
   const std::string base = unicode::toNfc(name.base);
-  auto run = [&](const std::string& text) {
-    BaseResult r = applyToBase(operation_, s, text, separators);
+  auto run = [&](const std::string& current) {
+    BaseResult r = applyToBase(operation_, s, text, current, separators);
     r.text = unicode::toNfc(r.text);  // joins can leave a mark after a letter uncomposed
     return r;
   };
 
   const BaseResult plain = run(base);
-  auto outcome = [&](std::string text, bool protectedIssue, bool invalidPattern) {
+  auto outcome = [&](std::string newBase, bool protectedIssue, bool invalidPattern) {
     std::optional<OperationIssue> issue;
     if (invalidPattern) {
       issue = OperationIssue::invalidPattern();
     } else if (protectedIssue) {
       issue = OperationIssue::protectedBlock();
     }
-    return OperationOutcome{FileName{std::move(text), name.ext}, std::move(issue)};
+    return OperationOutcome{FileName{std::move(newBase), name.ext}, std::move(issue)};
   };
   if (context.protectedBlocks.empty()) {
     return outcome(plain.text, false, plain.invalidPattern);
@@ -542,15 +555,15 @@ OperationOutcome CompiledOperation::apply(const FileName& name,
 
   const BaseResult result = run(joinTokens(tokens));
   std::string restored = result.text;
-  for (const auto& [placeholder, text] : masks) {
+  for (const auto& [placeholder, locked] : masks) {
     const std::size_t first = restored.find(placeholder);
     if (first == std::string::npos ||
         restored.find(placeholder, first + placeholder.size()) != std::string::npos) {
       return outcome(base, true, result.invalidPattern);
     }
   }
-  for (const auto& [placeholder, text] : masks) {
-    restored.replace(restored.find(placeholder), placeholder.size(), text);
+  for (const auto& [placeholder, locked] : masks) {
+    restored.replace(restored.find(placeholder), placeholder.size(), locked);
   }
   const bool changedByLock = restored != plain.text;
   return outcome(std::move(restored), changedByLock, result.invalidPattern);

@@ -174,8 +174,15 @@ class CompiledOperation {
 
   const RenameOperation& operation() const { return operation_; }
   OperationOutcome apply(const FileName& name, const OperationContext& context) const;
+  // For an insert: inserts `text` instead of the operation's own text (a counter rule inserts
+  // a different number into each name but finds its position once).
+  OperationOutcome applyInserting(const FileName& name, const OperationContext& context,
+                                  std::string_view text) const;
 
  private:
+  OperationOutcome applyWithText(const FileName& name, const OperationContext& context,
+                                 std::string_view text) const;
+
   RenameOperation operation_;
   std::unique_ptr<PreparedOperation> state_;
 };

@@ -65,6 +65,24 @@ std::vector<CharRange> AnchorFinder::hits(const LocatedName& name) const {
     return out;
   }
 
+  // ASCII anchor in an ASCII name: no scalar outside ASCII can fold onto an ASCII letter here,
+  // so comparing ASCII letters without case finds exactly what the pattern would.
+  if (unicode::isAscii(text_) && unicode::isAscii(text)) {
+    auto lower = [](char c) { return (c >= 'A' && c <= 'Z') ? static_cast<char>(c + 32) : c; };
+    std::size_t from = 0;
+    while (from + text_.size() <= text.size()) {
+      std::size_t i = 0;
+      while (i < text_.size() && lower(text[from + i]) == lower(text_[i]))
+        ++i;
+      if (i == text_.size() && record(from, from + text_.size())) {
+        from += text_.size();
+      } else {
+        ++from;
+      }
+    }
+    return out;
+  }
+
   if (!pattern_) return out;
   UErrorCode status = U_ZERO_ERROR;
   UText ut = UTEXT_INITIALIZER;

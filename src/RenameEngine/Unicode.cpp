@@ -363,9 +363,38 @@ std::string foldDiacritics(std::string_view text) {
   return toNfc(stripped);
 }
 
+namespace {
+
+// Text whose every scalar is ASCII or of Grapheme_Cluster_Break class Other (most letters of
+// Latin, Greek, Cyrillic, CJK ideographs in NFC) breaks before every scalar: all the rules that
+// join scalars into one character involve another class (CR LF aside). Such text, which is what
+// most accented names are, needs no break iterator. Fills `bounds` and returns true when it is.
+bool simpleBoundaries(std::string_view text, std::vector<std::size_t>& bounds) {
+  bounds.clear();
+  bounds.reserve(text.size() + 1);
+  std::size_t offset = 0;
+  while (offset < text.size()) {
+    const std::size_t start = offset;
+    const char32_t c = nextScalar(text, offset);
+    if (c >= 0x80 && u_getIntPropertyValue(static_cast<UChar32>(c), UCHAR_GRAPHEME_CLUSTER_BREAK) !=
+                         U_GCB_OTHER) {
+      return false;
+    }
+    if (!(c == '\n' && start > 0 && text[start - 1] == '\r')) bounds.push_back(start);
+  }
+  bounds.push_back(text.size());
+  return true;
+}
+
+}  // namespace
+
 std::vector<std::size_t> graphemeBoundaries(std::string_view text) {
   if (isAscii(text)) return asciiBoundaries(text);
   if (!isValidUtf8(text)) return scalarBoundaries(text);
+  {
+    std::vector<std::size_t> bounds;
+    if (simpleBoundaries(text, bounds)) return bounds;
+  }
   icu::BreakIterator* it = characterBreaks();
   if (it == nullptr) return scalarBoundaries(text);
   UErrorCode status = U_ZERO_ERROR;

@@ -1,6 +1,10 @@
 #include "RenameEngine/Unicode.h"
 
 #include <gtest/gtest.h>
+#include <unicode/brkiter.h>
+#include <unicode/utext.h>
+
+#include <memory>
 
 #include <algorithm>
 #include <random>
@@ -103,6 +107,59 @@ TEST(Unicode, GraphemeClustersAreUserPerceivedCharacters) {
   const std::vector<std::size_t> bounds = graphemeBoundaries(kDecomposed);
   EXPECT_EQ(bounds, (std::vector<std::size_t>{0, 3, 4, 7}));
   EXPECT_EQ(graphemeBoundaries(""), std::vector<std::size_t>{0});
+}
+
+// ICU's break iterator over the whole text: the reference for every shortcut.
+std::vector<std::size_t> icuBoundaries(const std::string& text) {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::BreakIterator> it(
+      icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+  UText ut = UTEXT_INITIALIZER;
+  utext_openUTF8(&ut, text.data(), static_cast<int64_t>(text.size()), &status);
+  it->setText(&ut, status);
+  std::vector<std::size_t> out;
+  for (int32_t b = it->first(); b != icu::BreakIterator::DONE; b = it->next()) {
+    out.push_back(static_cast<std::size_t>(b));
+  }
+  utext_close(&ut);
+  return out;
+}
+
+TEST(Unicode, GraphemeShortcutsAgreeWithIcu) {
+  const std::vector<std::string> pieces{"a",
+                                        "Z",
+                                        "_",
+                                        "\r",
+                                        "\n",
+                                        "\xC3\xA9",
+                                        "e",
+                                        "\xCC\x81",
+                                        "\xC3\x9F",
+                                        "\xC2\xAD" /* soft hyphen */,
+                                        "\xC2\xA9" /* copyright, pictographic */,
+                                        "\xE2\x80\x8D" /* ZWJ */,
+                                        "\xF0\x9F\x87\xAE",
+                                        "\xF0\x9F\x87\xB9",
+                                        "\xF0\x9F\x91\xA8",
+                                        "\xEF\xB8\x8F",
+                                        "\xE1\x84\x92",
+                                        "\xE1\x85\xA1",
+                                        "\xE6\x97\xA5",
+                                        "\xD8\x80" /* Arabic number sign, prepended */,
+                                        "\xE0\xA4\xB9",
+                                        "\xE0\xA4\xBF",
+                                        "\xE1\xBA\xA1" /* Vietnamese a with dot */,
+                                        "\xD0\x96"};
+  std::mt19937 random(5);
+  for (int round = 0; round < 3000; ++round) {
+    std::string text;
+    const int length = static_cast<int>(random() % 8);
+    // Half the texts are drawn from ASCII and precomposed letters only, the shortcut's case.
+    const std::size_t range = round % 2 ? pieces.size() : 6;
+    for (int j = 0; j < length; ++j)
+      text += pieces[random() % range];
+    ASSERT_EQ(graphemeBoundaries(text), icuBoundaries(text)) << text;
+  }
 }
 
 TEST(Unicode, GraphemeSlicesNeverCutACharacter) {

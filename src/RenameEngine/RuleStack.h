@@ -1,0 +1,100 @@
+// The rule stack: the ordered rules the user builds, and the separators that cut names into
+// blocks. Applied to a batch, it gives each file its new name, the issues met, and the trace of
+// which rules changed it.
+//
+// The stack runs rule by rule over the whole batch, files in the order given: each rule has its
+// own counter state, so the same files in the same order always get the same names, and a
+// counter counts only the files its rule's conditions select. No rule ever stops the stack: an
+// issue is recorded and the next rule goes on from the name as it stands.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <unicode/uversion.h>
+
+#include "FileName.h"
+#include "JsonCoding.h"
+#include "OperationIssue.h"
+#include "RenameSubject.h"
+#include "Rule.h"
+#include "Uuid.h"
+
+U_NAMESPACE_BEGIN
+class TimeZone;
+U_NAMESPACE_END
+
+namespace tessane {
+
+struct RuleStack {
+  std::vector<std::string> separators = BlockedName::defaultSeparators();
+  std::vector<Rule> rules;
+
+  friend bool operator==(const RuleStack&, const RuleStack&) = default;
+};
+
+struct RuleStep {
+  Uuid ruleID;
+  std::string name;  // the base name after the rule
+  bool changed = false;
+  friend bool operator==(const RuleStep&, const RuleStep&) = default;
+};
+
+struct RuleIssue {
+  Uuid ruleID;
+  OperationIssue issue;
+  friend bool operator==(const RuleIssue&, const RuleIssue&) = default;
+};
+
+struct RuleResult {
+  std::size_t subjectIndex = 0;  // the subject's place in the batch it was computed for
+  FileName newName;
+  std::vector<RuleIssue> issues;         // in the order raised
+  std::vector<RuleStep> changedBy;       // one step per rule that ran on the file
+  std::vector<Uuid> changedExtensionBy;  // the rules whose operation changed the extension
+};
+
+// What naming needs beyond the files and the rules.
+struct NamingContext {
+  std::shared_ptr<const icu::TimeZone> zone;  // dates are formatted and days cut here
+  std::string missingText;                    // put in place of a value a file lacks
+
+  // The system's time zone and no text for missing values.
+  static NamingContext systemDefault();
+  // A named zone ("Europe/Rome"); nullopt when ICU does not know it.
+  static std::optional<NamingContext> inZone(std::string_view zoneID, std::string missingText = {});
+};
+
+// A stack made ready for many runs: operations compiled, templates parsed, conditions prepared.
+class CompiledRuleStack {
+ public:
+  explicit CompiledRuleStack(const RuleStack& stack);
+  ~CompiledRuleStack();
+  CompiledRuleStack(CompiledRuleStack&&) noexcept;
+  CompiledRuleStack& operator=(CompiledRuleStack&&) noexcept;
+
+  // One result per subject, in the subjects' order.
+  std::vector<RuleResult> apply(const std::vector<RenameSubject>& subjects,
+                                const NamingContext& context) const;
+
+ private:
+  struct Compiled;
+  std::unique_ptr<Compiled> compiled_;
+};
+
+std::vector<RuleResult> applyRuleStack(const RuleStack& stack,
+                                       const std::vector<RenameSubject>& subjects,
+                                       const NamingContext& context);
+// The stack for one file alone (the inspector): counters start afresh.
+RuleResult applyRuleStack(const RuleStack& stack, const RenameSubject& subject,
+                          const NamingContext& context);
+
+Json toJson(const RuleStack& stack);
+Decoded<RuleStack> decodeRuleStack(const Json& value);
+namespace json {
+RuleStack decodeStack(const Json& value);  // throws DecodeError; absent separators: the defaults
+}
+
+}  // namespace tessane

@@ -1,0 +1,113 @@
+#include "RenameEngine/DateFormatterCache.h"
+
+#include <gtest/gtest.h>
+#include <unicode/smpdtfmt.h>
+#include <unicode/timezone.h>
+
+#include <memory>
+#include <random>
+
+namespace tessane {
+namespace {
+
+using namespace std::chrono;
+
+// ICU's own formatter, the reference for the direct path.
+class Reference {
+ public:
+  Reference(const std::string& pattern, const icu::TimeZone& zone)
+      : format_(icu::UnicodeString::fromUTF8(pattern), icu::Locale("en_US_POSIX"), status_) {
+    format_.setTimeZone(zone);
+  }
+  std::string operator()(Date date) {
+    icu::UnicodeString text;
+    format_.format(static_cast<UDate>(floor<milliseconds>(date).time_since_epoch().count()), text);
+    std::string out;
+    text.toUTF8String(out);
+    return out;
+  }
+
+ private:
+  UErrorCode status_ = U_ZERO_ERROR;
+  icu::SimpleDateFormat format_;
+};
+
+std::string icuFormat(Date date, const std::string& pattern, const icu::TimeZone& zone) {
+  return Reference(pattern, zone)(date);
+}
+
+TEST(DateFormatterCache, NumericPatternsMatchIcuExactly) {
+  const std::vector<std::string> patterns = {"yyyy-MM-dd",
+                                             "yyyy-MM-dd_HH-mm-ss",
+                                             "yyMMdd",
+                                             "y",
+                                             "yyy",
+                                             "yyyyy",
+                                             "M.d",
+                                             "HHmmss.SSS",
+                                             "h-mm",
+                                             "hh",
+                                             "k",
+                                             "kk",
+                                             "K",
+                                             "KK",
+                                             "s",
+                                             "S",
+                                             "SS",
+                                             "SSSSSS",
+                                             "'Day' d 'of' M",
+                                             "yyyy'-'''MM''",
+                                             "HH:mm",
+                                             "[yyyy] #dd#",
+                                             "\xC3\xA9t\xC3\xA9 yyyy"};
+  std::mt19937_64 random(99);
+  std::vector<Date> dates;
+  // Edges: time-zone changes in Rome and New York, leap days, year ends, midnight and noon.
+  for (const auto& [y, mo, d, h, mi] :
+       std::vector<std::tuple<int, unsigned, unsigned, int, int>>{{2024, 3, 31, 0, 59},
+                                                                  {2024, 3, 31, 1, 0},
+                                                                  {2024, 10, 27, 0, 59},
+                                                                  {2024, 10, 27, 1, 0},
+                                                                  {2024, 2, 29, 23, 30},
+                                                                  {2023, 12, 31, 23, 0},
+                                                                  {2000, 1, 1, 0, 0},
+                                                                  {1601, 1, 1, 12, 0},
+                                                                  {9999, 12, 31, 12, 0},
+                                                                  {2024, 11, 3, 6, 30}}) {
+    dates.push_back(
+        Date(sys_days(year_month_day(year(y), month(mo), day(d))) + hours(h) + minutes(mi)));
+  }
+  for (int i = 0; i < 400; ++i) {
+    const auto micros =
+        static_cast<long long>(random() % 8'000'000'000'000'000ULL) - 1'000'000'000'000'000LL;
+    dates.push_back(Date(microseconds(micros)));  // about 1938 to 2223
+  }
+  for (const char* zoneID :
+       {"Europe/Rome", "America/New_York", "Asia/Kolkata", "GMT", "Pacific/Chatham"}) {
+    std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(zoneID));
+    DateFormatterCache cache(*zone);
+    for (const std::string& pattern : patterns) {
+      Reference reference(pattern, *zone);
+      for (const Date& date : dates) {
+        ASSERT_EQ(cache.format(date, pattern), reference(date))
+            << pattern << " in " << zoneID << " at " << date.time_since_epoch().count();
+      }
+    }
+  }
+}
+
+TEST(DateFormatterCache, NamedFieldsAndEarlyDatesGoThroughIcu) {
+  std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone("Europe/Rome"));
+  DateFormatterCache cache(*zone);
+  const Date may = Date(sys_days(year_month_day(year(2024), month(5), day(2))) + hours(8));
+  EXPECT_EQ(cache.format(may, "EEEE d MMMM yyyy"), "Thursday 2 May 2024");
+  EXPECT_EQ(cache.format(may, "MMM-dd a"), "May-02 AM");
+  // Before the Gregorian reform ICU's calendar is Julian: the direct path stays away from it.
+  const Date early = Date(sys_days(year_month_day(year(1500), month(3), day(10))));
+  EXPECT_EQ(cache.format(early, "yyyy-MM-dd"), icuFormat(early, "yyyy-MM-dd", *zone));
+  EXPECT_FALSE(cache.format(may, "yyyy-'MM").has_value() &&
+               cache.format(may, "yyyy-'MM") != icuFormat(may, "yyyy-'MM", *zone));
+}
+
+}  // namespace
+}  // namespace tessane
