@@ -23,69 +23,70 @@ struct Entry {
   std::uint64_t key;
   FileKind kind;
   bool carrier;  // may stand before ".xmp" in a sidecar's double extension
+  std::string_view name;
 };
 
 constexpr auto kTable = [] {
   std::array<Entry, 54> table{{
       // raw
-      {pack("arw"), FileKind::raw, true},
-      {pack("cr2"), FileKind::raw, true},
-      {pack("cr3"), FileKind::raw, true},
-      {pack("nef"), FileKind::raw, true},
-      {pack("nrw"), FileKind::raw, true},
-      {pack("dng"), FileKind::raw, true},
-      {pack("raf"), FileKind::raw, true},
-      {pack("orf"), FileKind::raw, true},
-      {pack("rw2"), FileKind::raw, true},
-      {pack("pef"), FileKind::raw, true},
-      {pack("srw"), FileKind::raw, true},
-      {pack("x3f"), FileKind::raw, true},
-      {pack("iiq"), FileKind::raw, true},
-      {pack("3fr"), FileKind::raw, true},
-      {pack("crw"), FileKind::raw, true},
-      {pack("sr2"), FileKind::raw, true},
-      {pack("srf"), FileKind::raw, true},
-      {pack("rwl"), FileKind::raw, true},
-      {pack("fff"), FileKind::raw, true},
-      {pack("mrw"), FileKind::raw, true},
-      {pack("erf"), FileKind::raw, true},
-      {pack("mos"), FileKind::raw, true},
-      {pack("mef"), FileKind::raw, true},
-      {pack("kdc"), FileKind::raw, true},
-      {pack("dcr"), FileKind::raw, true},
-      {pack("gpr"), FileKind::raw, true},
+      {pack("arw"), FileKind::raw, true, "arw"},
+      {pack("cr2"), FileKind::raw, true, "cr2"},
+      {pack("cr3"), FileKind::raw, true, "cr3"},
+      {pack("nef"), FileKind::raw, true, "nef"},
+      {pack("nrw"), FileKind::raw, true, "nrw"},
+      {pack("dng"), FileKind::raw, true, "dng"},
+      {pack("raf"), FileKind::raw, true, "raf"},
+      {pack("orf"), FileKind::raw, true, "orf"},
+      {pack("rw2"), FileKind::raw, true, "rw2"},
+      {pack("pef"), FileKind::raw, true, "pef"},
+      {pack("srw"), FileKind::raw, true, "srw"},
+      {pack("x3f"), FileKind::raw, true, "x3f"},
+      {pack("iiq"), FileKind::raw, true, "iiq"},
+      {pack("3fr"), FileKind::raw, true, "3fr"},
+      {pack("crw"), FileKind::raw, true, "crw"},
+      {pack("sr2"), FileKind::raw, true, "sr2"},
+      {pack("srf"), FileKind::raw, true, "srf"},
+      {pack("rwl"), FileKind::raw, true, "rwl"},
+      {pack("fff"), FileKind::raw, true, "fff"},
+      {pack("mrw"), FileKind::raw, true, "mrw"},
+      {pack("erf"), FileKind::raw, true, "erf"},
+      {pack("mos"), FileKind::raw, true, "mos"},
+      {pack("mef"), FileKind::raw, true, "mef"},
+      {pack("kdc"), FileKind::raw, true, "kdc"},
+      {pack("dcr"), FileKind::raw, true, "dcr"},
+      {pack("gpr"), FileKind::raw, true, "gpr"},
       // image
-      {pack("jpg"), FileKind::image, true},
-      {pack("jpeg"), FileKind::image, true},
-      {pack("heic"), FileKind::image, true},
-      {pack("heif"), FileKind::image, true},
-      {pack("hif"), FileKind::image, true},
-      {pack("tif"), FileKind::image, true},
-      {pack("tiff"), FileKind::image, true},
-      {pack("png"), FileKind::image, true},
-      {pack("gif"), FileKind::image, false},
-      {pack("webp"), FileKind::image, false},
+      {pack("jpg"), FileKind::image, true, "jpg"},
+      {pack("jpeg"), FileKind::image, true, "jpeg"},
+      {pack("heic"), FileKind::image, true, "heic"},
+      {pack("heif"), FileKind::image, true, "heif"},
+      {pack("hif"), FileKind::image, true, "hif"},
+      {pack("tif"), FileKind::image, true, "tif"},
+      {pack("tiff"), FileKind::image, true, "tiff"},
+      {pack("png"), FileKind::image, true, "png"},
+      {pack("gif"), FileKind::image, false, "gif"},
+      {pack("webp"), FileKind::image, false, "webp"},
       // video
-      {pack("mp4"), FileKind::video, true},
-      {pack("mov"), FileKind::video, true},
-      {pack("mxf"), FileKind::video, true},
-      {pack("avi"), FileKind::video, false},
-      {pack("mts"), FileKind::video, false},
-      {pack("m2ts"), FileKind::video, false},
-      {pack("m4v"), FileKind::video, false},
-      {pack("mkv"), FileKind::video, false},
+      {pack("mp4"), FileKind::video, true, "mp4"},
+      {pack("mov"), FileKind::video, true, "mov"},
+      {pack("mxf"), FileKind::video, true, "mxf"},
+      {pack("avi"), FileKind::video, false, "avi"},
+      {pack("mts"), FileKind::video, false, "mts"},
+      {pack("m2ts"), FileKind::video, false, "m2ts"},
+      {pack("m4v"), FileKind::video, false, "m4v"},
+      {pack("mkv"), FileKind::video, false, "mkv"},
       // audio
-      {pack("mp3"), FileKind::audio, false},
-      {pack("wav"), FileKind::audio, false},
-      {pack("aif"), FileKind::audio, false},
-      {pack("aiff"), FileKind::audio, false},
-      {pack("m4a"), FileKind::audio, false},
-      {pack("flac"), FileKind::audio, false},
-      {pack("aac"), FileKind::audio, false},
-      {pack("ogg"), FileKind::audio, false},
+      {pack("mp3"), FileKind::audio, false, "mp3"},
+      {pack("wav"), FileKind::audio, false, "wav"},
+      {pack("aif"), FileKind::audio, false, "aif"},
+      {pack("aiff"), FileKind::audio, false, "aiff"},
+      {pack("m4a"), FileKind::audio, false, "m4a"},
+      {pack("flac"), FileKind::audio, false, "flac"},
+      {pack("aac"), FileKind::audio, false, "aac"},
+      {pack("ogg"), FileKind::audio, false, "ogg"},
       // pdf and sidecar
-      {pack("pdf"), FileKind::pdf, false},
-      {pack("xmp"), FileKind::sidecar, false},
+      {pack("pdf"), FileKind::pdf, false, "pdf"},
+      {pack("xmp"), FileKind::sidecar, false, "xmp"},
   }};
   std::sort(table.begin(), table.end(),
             [](const Entry& a, const Entry& b) { return a.key < b.key; });
@@ -162,6 +163,14 @@ FileKind fileKindOf(std::string_view text) {
   const std::string folded = unicode::toLower(last);
   const Entry* e = find(folded);
   return e ? e->kind : FileKind::other;
+}
+
+std::vector<std::string_view> extensionsOf(FileKind kind) {
+  std::vector<std::string_view> out;
+  for (const Entry& e : kTable) {
+    if (e.kind == kind) out.push_back(e.name);
+  }
+  return out;
 }
 
 bool isSidecarCarrierExtension(std::string_view lowerExtension) noexcept {

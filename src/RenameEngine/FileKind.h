@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 namespace tessane {
 
@@ -16,6 +17,9 @@ std::optional<FileKind> fileKindFromRawValue(std::string_view text) noexcept;
 // last non-empty piece between dots, lower-cased, looked up in the extension table. Unknown
 // extensions, and names without a dot-separated piece, give `other`.
 FileKind fileKindOf(std::string_view extensionOrName);
+
+// The lower-case extensions of a kind (none for `other`).
+std::vector<std::string_view> extensionsOf(FileKind kind);
 
 // Whether a lower-cased extension may stand before "xmp" in a sidecar's double extension
 // ("IMG_0001.CR2.xmp"): the raw extensions, the common still-image and camera video ones.

@@ -44,6 +44,15 @@ CompiledRuleStack& CompiledRuleStack::operator=(CompiledRuleStack&&) noexcept = 
 
 std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<RenameSubject>& subjects,
                                                  const NamingContext& context) const {
+  std::vector<const RenameSubject*> pointers;
+  pointers.reserve(subjects.size());
+  for (const RenameSubject& s : subjects)
+    pointers.push_back(&s);
+  return apply(pointers, context);
+}
+
+std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameSubject*>& subjects,
+                                                 const NamingContext& context) const {
   const icu::TimeZone& zone = *context.zone;
   DateFormatterCache dates(zone);
 
@@ -55,7 +64,7 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<RenameSubject
   std::vector<RuleResult> results(subjects.size());
   working.reserve(subjects.size());
   for (std::size_t i = 0; i < subjects.size(); ++i) {
-    working.push_back(Working{FileName::parse(subjects[i].name), {}});
+    working.push_back(Working{FileName::parse(subjects[i]->name), {}});
     results[i].subjectIndex = i;
   }
 
@@ -70,7 +79,7 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<RenameSubject
     const bool formatUsesCounter = c.parsed && c.parsed->usesCounter();
 
     for (std::size_t i = 0; i < subjects.size(); ++i) {
-      const RenameSubject& subject = subjects[i];
+      const RenameSubject& subject = *subjects[i];
       if (!c.conditions.hold(subject)) continue;
       Working& w = working[i];
       RuleResult& result = results[i];

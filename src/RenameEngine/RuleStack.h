@@ -78,6 +78,9 @@ class CompiledRuleStack {
   // One result per subject, in the subjects' order.
   std::vector<RuleResult> apply(const std::vector<RenameSubject>& subjects,
                                 const NamingContext& context) const;
+  // The same over subjects held elsewhere; subjectIndex is the place in `subjects`.
+  std::vector<RuleResult> apply(const std::vector<const RenameSubject*>& subjects,
+                                const NamingContext& context) const;
 
  private:
   struct Compiled;

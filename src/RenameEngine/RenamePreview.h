@@ -1,0 +1,86 @@
+// The plan of a batch before anything touches the disk: for every file its new name, the errors
+// that forbid the rename and the warnings to show, and which files actually change.
+//
+// The preview orders the batch, groups twins, runs the rule stack over the primaries, gives the
+// twins their primary's base, then finds clashes within the batch and with each folder's other
+// names (by name key: IMG_1.JPG and img_1.jpg clash). Files of the batch never count against
+// themselves, so swaps plan cleanly. It never fails as a whole: every problem is attached to
+// its row. This runs on every keystroke in the name field: its cost grows as n log n.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "NameCheck.h"
+#include "RenameSubject.h"
+#include "RuleStack.h"
+#include "Twins.h"
+
+namespace tessane {
+
+enum class BatchOrder { captureTime, asGiven, name };
+enum class DuplicatePolicy { markError, addSuffix };
+enum class PreviewStatus { unchanged, ok, warning, error };
+
+std::string_view rawValue(BatchOrder order);
+std::optional<BatchOrder> batchOrderFromRawValue(std::string_view text);
+std::string_view rawValue(DuplicatePolicy policy);
+std::optional<DuplicatePolicy> duplicatePolicyFromRawValue(std::string_view text);
+std::string_view caseName(PreviewStatus status);
+
+struct PreviewWarning {
+  enum class Kind { rule, incompleteTwins, folderNotListed };
+  Kind kind = Kind::rule;
+  std::optional<RuleIssue> issue;  // rule
+  std::vector<std::string> twins;  // incompleteTwins: the names outside the batch
+
+  // The text shown; `missingText` fills the message of a missing value.
+  std::string message(std::string_view missingText = {}) const;
+  friend bool operator==(const PreviewWarning&, const PreviewWarning&) = default;
+};
+
+struct PlannedRename {
+  std::size_t subjectIndex = 0;  // the subject's place in the batch as handed in
+  FileName newName;
+  std::size_t primaryIndex = 0;  // the row (in items) of its twin group's primary
+  std::vector<NameError> errors;
+  std::vector<PreviewWarning> warnings;
+  std::vector<RuleStep> steps;  // the rules' trace; for a twin, see its primary's row
+  bool changes = false;         // the new name differs from the current one (case counts)
+  PreviewStatus status = PreviewStatus::unchanged;
+};
+
+struct RenamePreview {
+  std::vector<PlannedRename> items;       // in batch order
+  std::vector<std::size_t> changedFiles;  // rows that change and have no error
+
+  bool hasErrors() const;
+};
+
+// What the preview knows of a folder holding files of the batch.
+struct FolderContents {
+  bool listed = true;              // false: its names could not be read
+  std::vector<std::string> names;  // every entry's name, as FolderListing::names gives them
+  std::vector<std::string> files;  // its regular files' names, for twins outside the batch
+};
+
+struct PreviewRequest {
+  std::vector<RenameSubject> subjects;  // the batch, in the order handed in
+  RuleStack stack;
+  TwinOptions twins;
+  BatchOrder order = BatchOrder::captureTime;
+  DuplicatePolicy duplicates = DuplicatePolicy::markError;
+  std::unordered_map<std::string, FolderContents> folders;  // by folder path; absent: unlisted
+  NamingContext naming = NamingContext::systemDefault();
+};
+
+// The batch order: a permutation of the subjects' indices.
+std::vector<std::size_t> orderBatch(const std::vector<RenameSubject>& subjects, BatchOrder order);
+
+RenamePreview buildPreview(const PreviewRequest& request);
+// The same with a stack compiled beforehand (the application keeps it while only files change).
+RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack);
+
+}  // namespace tessane

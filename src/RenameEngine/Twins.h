@@ -1,0 +1,44 @@
+// Twins: the RAW, JPEG, XMP and video of one shot share the name before the dot. Only the group's
+// primary (the RAW first, then the name a file manager lists first) goes through the rules; the
+// other members take its new base with their own extension.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "RenameSubject.h"
+
+namespace tessane {
+
+struct TwinOptions {
+  bool isEnabled = true;             // "Keep twins together"
+  std::set<std::string> extensions;  // lower case, no dot: the extensions that may be twins
+
+  // RAW extensions always, with still images, video and sidecars as chosen.
+  static TwinOptions forKinds(bool images, bool video, bool sidecars);
+};
+
+struct TwinGroup {
+  std::size_t primary = 0;           // index in the batch
+  std::vector<std::size_t> members;  // the primary included, in batch order
+
+  friend bool operator==(const TwinGroup&, const TwinGroup&) = default;
+};
+
+// The twin key of a file name, or nullopt when it can't be a twin. The key is the folder and the
+// base name in NFC, case-folded: IMG_1.ARW and img_1.jpg in one folder are twins, files of two
+// cards are not. A double extension ("IMG_1.CR2.xmp") counts by its last part ("xmp").
+std::optional<std::string> twinKey(std::string_view fileName, std::string_view folder,
+                                   const TwinOptions& options);
+
+// Groups the batch's files; `order` is the batch order (a permutation of subject indices).
+// Groups come in the order their first member is met; a file without twins is a group alone.
+std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
+                                  const std::vector<std::size_t>& order,
+                                  const TwinOptions& options);
+
+}  // namespace tessane

@@ -1,0 +1,223 @@
+#include "RenameEngine/RenamePreview.h"
+
+#include <gtest/gtest.h>
+
+namespace tessane {
+namespace {
+
+using namespace std::chrono;
+
+RenameSubject file(std::string name, std::string folder = "/card",
+                   std::optional<Date> when = std::nullopt) {
+  RenameSubject s;
+  s.name = std::move(name);
+  s.folder = std::move(folder);
+  s.captureDate = when;
+  return s;
+}
+
+Date at(int second) {
+  return Date(sys_days(year_month_day(year(2026), month(10), day(23))) + hours(9) +
+              seconds(second));
+}
+
+Rule formatRule(std::string text) {
+  Rule r;
+  Counter c;
+  c.padding = 4;
+  r.action = {RuleAction::Format{NameFormat{std::move(text), c}}};
+  return r;
+}
+
+PreviewRequest request(std::vector<RenameSubject> files, std::string templateText) {
+  PreviewRequest q;
+  q.subjects = std::move(files);
+  q.stack.rules.push_back(formatRule(std::move(templateText)));
+  q.twins = TwinOptions::forKinds(true, true, true);
+  q.naming = *NamingContext::inZone("Europe/Rome");
+  for (const RenameSubject& s : q.subjects) {
+    FolderContents& folder = q.folders[s.folder.native()];
+    folder.names.push_back(s.name);
+    folder.files.push_back(s.name);
+  }
+  return q;
+}
+
+std::vector<std::string> newNames(const RenamePreview& p) {
+  std::vector<std::string> out;
+  for (const PlannedRename& r : p.items)
+    out.push_back(r.newName.fullName());
+  return out;
+}
+
+std::vector<PreviewStatus> statuses(const RenamePreview& p) {
+  std::vector<PreviewStatus> out;
+  for (const PlannedRename& r : p.items)
+    out.push_back(r.status);
+  return out;
+}
+
+TEST(Twins, GroupsShareTheRawsNewBase) {
+  PreviewRequest q =
+      request({file("_QM19581.JPG", "/card", at(0)), file("_QM19581.ARW", "/card", at(0)),
+               file("_QM19581.xmp", "/card", at(0)), file("_QM19581.pdf", "/card", at(0)),
+               file("_QM19582.ARW", "/card", at(1))},
+              "{date:yyyy-MM-dd}_{counter}");
+  q.order = BatchOrder::asGiven;
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(newNames(p), (std::vector<std::string>{"2026-10-23_0001.JPG", "2026-10-23_0001.ARW",
+                                                   "2026-10-23_0001.xmp", "2026-10-23_0002.pdf",
+                                                   "2026-10-23_0003.ARW"}));
+  EXPECT_EQ(p.items[0].primaryIndex, 1u);  // the RAW is the primary
+  EXPECT_EQ(p.items[2].primaryIndex, 1u);
+  EXPECT_EQ(p.items[3].primaryIndex, 3u);  // a PDF is never a twin
+  EXPECT_FALSE(p.items[1].steps.empty());
+
+  q.twins.isEnabled = false;
+  EXPECT_EQ(
+      newNames(buildPreview(q)),
+      (std::vector<std::string>{"2026-10-23_0001.JPG", "2026-10-23_0002.ARW", "2026-10-23_0003.xmp",
+                                "2026-10-23_0004.pdf", "2026-10-23_0005.ARW"}));
+}
+
+TEST(Twins, PrimaryByKindThenNameAndOnlyWithinOneFolder) {
+  const std::vector<RenameSubject> files{file("IMG_1.JPEG"), file("IMG_1.JPG"),
+                                         file("img_1.cr2.xmp"), file("IMG_1.JPG", "/other")};
+  const TwinOptions options = TwinOptions::forKinds(true, false, true);
+  const auto groups = groupTwins(files, {0, 1, 2, 3}, options);
+  ASSERT_EQ(groups.size(), 2u);
+  EXPECT_EQ(groups[0].members, (std::vector<std::size_t>{0, 1, 2}));
+  EXPECT_EQ(groups[0].primary, 0u);  // IMG_1.JPEG sorts before IMG_1.JPG
+  EXPECT_EQ(groups[1].members, std::vector<std::size_t>{3});
+  EXPECT_FALSE(twinKey("clip.MP4", "/card", options).has_value()) << "video not chosen";
+  EXPECT_FALSE(twinKey("README", "/card", options).has_value());
+}
+
+TEST(RenamePreview, ClashesInTheBatchMarkErrorOrTakeASuffix) {
+  PreviewRequest q = request(
+      {file("a.JPG", "/card", at(0)), file("b.JPG", "/card", at(0)), file("c.JPG", "/card", at(0))},
+      "{date:yyyy-MM-dd}_0001");
+  const RenamePreview marked = buildPreview(q);
+  EXPECT_EQ(statuses(marked), std::vector<PreviewStatus>(3, PreviewStatus::error));
+  EXPECT_EQ(marked.items[1].errors, std::vector<NameError>{NameError::duplicateInBatch()});
+  EXPECT_TRUE(marked.changedFiles.empty());
+  EXPECT_TRUE(marked.hasErrors());
+
+  q.duplicates = DuplicatePolicy::addSuffix;
+  const RenamePreview suffixed = buildPreview(q);
+  EXPECT_EQ(newNames(suffixed),
+            (std::vector<std::string>{"2026-10-23_0001.JPG", "2026-10-23_0001-2.JPG",
+                                      "2026-10-23_0001-3.JPG"}));
+  EXPECT_EQ(statuses(suffixed), std::vector<PreviewStatus>(3, PreviewStatus::ok));
+  EXPECT_EQ(suffixed.changedFiles, (std::vector<std::size_t>{0, 1, 2}));
+}
+
+TEST(RenamePreview, ATwinGroupWhoseJpegAloneClashesTakesOneSuffix) {
+  PreviewRequest q =
+      request({file("_QM1.ARW", "/card", at(0)), file("_QM1.JPG", "/card", at(0))}, "Rome");
+  q.folders["/card"].names.push_back("Rome.jpg");  // an outside file, other case
+  q.duplicates = DuplicatePolicy::addSuffix;
+  EXPECT_EQ(newNames(buildPreview(q)), (std::vector<std::string>{"Rome-2.ARW", "Rome-2.JPG"}));
+  q.duplicates = DuplicatePolicy::markError;
+  const RenamePreview marked = buildPreview(q);
+  EXPECT_EQ(marked.items[0].status, PreviewStatus::ok);
+  EXPECT_EQ(marked.items[1].errors, std::vector<NameError>{NameError::existingFile("Rome.JPG")});
+  EXPECT_EQ(marked.items[1].errors[0].message(), "There’s already “Rome.JPG” in the folder");
+}
+
+TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
+  // Two files trading names: neither counts against the other, both change.
+  PreviewRequest swap = request({file("a.jpg"), file("b.jpg")}, "{name}");
+  swap.order = BatchOrder::asGiven;
+  Rule swapRule;
+  swapRule.action = {RuleAction::Operation{
+      RenameOperation{op::ReplaceRegex{"^(a|b)$", "x$1", Occurrence::all, true}}}};
+  swap.stack.rules = {swapRule};
+  Rule back;
+  back.action = {
+      RuleAction::Operation{RenameOperation{op::ReplaceRegex{"^xa$", "b", Occurrence::all, true}}}};
+  Rule back2;
+  back2.action = {
+      RuleAction::Operation{RenameOperation{op::ReplaceRegex{"^xb$", "a", Occurrence::all, true}}}};
+  swap.stack.rules.push_back(back);
+  swap.stack.rules.push_back(back2);
+  const RenamePreview swapped = buildPreview(swap);
+  EXPECT_EQ(newNames(swapped), (std::vector<std::string>{"b.jpg", "a.jpg"}));
+  EXPECT_EQ(statuses(swapped), (std::vector<PreviewStatus>{PreviewStatus::ok, PreviewStatus::ok}));
+
+  // A case change alone is a change; a name that differs from an outside file only by case or
+  // by composition clashes with it.
+  PreviewRequest q = request({file("img_0001.jpg"), file("x.jpg")}, "{name}");
+  q.order = BatchOrder::asGiven;
+  Rule upper;
+  upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
+  upper.conditions = {
+      RuleCondition{RuleCondition::NameContains{Anchor{"img", true, Occurrence::first}}}};
+  Rule accent;
+  accent.action = {RuleAction::Operation{
+      RenameOperation{op::ReplaceBlock{BlockRef::text("x"), "\xC3\xA9t\xC3\xA9"}}}};
+  q.stack.rules = {upper, accent};
+  q.folders["/card"].names.push_back("E\xCC\x81TE\xCC\x81.JPG");
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(p.items[0].newName.fullName(), "IMG_0001.jpg");
+  EXPECT_EQ(p.items[0].status, PreviewStatus::ok);
+  EXPECT_EQ(p.items[1].status, PreviewStatus::error);
+  EXPECT_EQ(p.items[1].errors[0].kind(), NameError::Case::existingFile);
+}
+
+TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
+  PreviewRequest q = request({file("_QM19581.JPG", "/card", at(0))}, "{date:yyyy-MM-dd}_{counter}");
+  q.folders["/card"].files = {"_QM19581.ARW", "_QM19581.JPG", "_QM19581.XMP", "notes.txt"};
+  q.folders["/card"].names = q.folders["/card"].files;
+  const RenamePreview p = buildPreview(q);
+  ASSERT_EQ(p.items[0].warnings.size(), 1u);
+  EXPECT_EQ(p.items[0].warnings[0].message(),
+            "“_QM19581.ARW”, “_QM19581.XMP” is outside the batch: it won’t be renamed");
+  EXPECT_EQ(p.items[0].status, PreviewStatus::warning);
+  EXPECT_EQ(p.changedFiles, std::vector<std::size_t>{0});
+
+  q.folders["/card"].listed = false;
+  q.folders["/card"].names = {"2026-10-23_0001.JPG"};
+  const RenamePreview unlisted = buildPreview(q);
+  EXPECT_TRUE(unlisted.items[0].errors.empty()) << "no folder check without a listing";
+  EXPECT_EQ(unlisted.items[0].warnings.back().message(),
+            "Can’t read the folder: existing names weren’t checked");
+}
+
+TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
+  PreviewRequest q = request({file("keep.jpg"), file("b.jpg"), file("c.jpg")}, "{name}");
+  q.order = BatchOrder::name;
+  Rule colon;
+  colon.action = {
+      RuleAction::Operation{RenameOperation{op::Insert{"a:", InsertPosition::start()}}}};
+  colon.conditions = {
+      RuleCondition{RuleCondition::NameContains{Anchor{"b", true, Occurrence::first}}}};
+  Rule lens;
+  lens.action = {RuleAction::Format{NameFormat{"{name}{lens}", Counter{}}}};
+  lens.conditions = {
+      RuleCondition{RuleCondition::NameContains{Anchor{"c", true, Occurrence::first}}}};
+  q.stack.rules = {colon, lens};
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(newNames(p), (std::vector<std::string>{"a:b.jpg", "c.jpg", "keep.jpg"}));
+  EXPECT_EQ(p.items[0].errors, std::vector<NameError>{NameError::invalidCharacters()});
+  EXPECT_EQ(p.items[1].status, PreviewStatus::warning) << "a missing value warns even unchanged";
+  EXPECT_EQ(p.items[1].warnings[0].message(), "{lens} is missing: nothing goes in its place");
+  EXPECT_EQ(p.items[2].status, PreviewStatus::unchanged);
+  EXPECT_TRUE(p.changedFiles.empty());
+}
+
+TEST(RenamePreview, CaptureTimeOrderNumbersUndatedFilesLast) {
+  PreviewRequest q = request({file("z.jpg"), file("b.jpg", "/card", at(5)),
+                              file("a.jpg", "/card", at(5)), file("c.jpg", "/card", at(1))},
+                             "{counter}");
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(newNames(p),
+            (std::vector<std::string>{"0001.jpg", "0002.jpg", "0003.jpg", "0004.jpg"}));
+  std::vector<std::size_t> order;
+  for (const PlannedRename& r : p.items)
+    order.push_back(r.subjectIndex);
+  EXPECT_EQ(order, (std::vector<std::size_t>{3, 2, 1, 0}));
+}
+
+}  // namespace
+}  // namespace tessane
