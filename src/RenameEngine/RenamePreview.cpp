@@ -15,28 +15,11 @@ namespace {
 constexpr int kFirstSuffix = 2;
 constexpr int kLastSuffix = 10000;
 
-using KeySet = std::unordered_set<std::string>;
-
 std::string suffixed(const FileName& name, int n) {
   std::string base = name.base;
   base.append("-").append(std::to_string(n));
   return base;
 }
-
-// Sort keys made only when two subjects need their names compared.
-class LazyNameKeys {
- public:
-  explicit LazyNameKeys(const std::vector<RenameSubject>& subjects)
-      : subjects_(subjects), keys_(subjects.size()) {}
-  const std::string& operator[](std::size_t i) {
-    if (!keys_[i]) keys_[i] = unicode::naturalSortKey(subjects_[i].name);
-    return *keys_[i];
-  }
-
- private:
-  const std::vector<RenameSubject>& subjects_;
-  std::vector<std::optional<std::string>> keys_;
-};
 
 }  // namespace
 
@@ -110,12 +93,17 @@ std::vector<std::size_t> orderBatch(const std::vector<RenameSubject>& subjects, 
   std::vector<std::size_t> indices(subjects.size());
   std::iota(indices.begin(), indices.end(), 0);
   if (order == BatchOrder::asGiven) return indices;
-  LazyNameKeys names(subjects);
   if (order == BatchOrder::name) {
+    std::vector<std::string> keys;
+    keys.reserve(subjects.size());
+    for (const RenameSubject& s : subjects)
+      keys.push_back(unicode::naturalSortKey(s.name));
     std::stable_sort(indices.begin(), indices.end(),
-                     [&](std::size_t a, std::size_t b) { return names[a] < names[b]; });
+                     [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
     return indices;
   }
+  // By capture time; files shot in the same instant (or both undated) by name. Names are
+  // compared only for those ties, which are few.
   std::vector<std::optional<Date>> dates(subjects.size());
   for (std::size_t i = 0; i < subjects.size(); ++i) {
     dates[i] = CaptureTime::of(subjects[i].captureDate, subjects[i].metadata);
@@ -123,7 +111,7 @@ std::vector<std::size_t> orderBatch(const std::vector<RenameSubject>& subjects, 
   std::sort(indices.begin(), indices.end(), [&](std::size_t a, std::size_t b) {
     if (dates[a].has_value() != dates[b].has_value()) return dates[a].has_value();
     if (dates[a] && *dates[a] != *dates[b]) return *dates[a] < *dates[b];
-    const int byName = names[a].compare(names[b]);
+    const int byName = unicode::naturalCompare(subjects[a].name, subjects[b].name);
     if (byName != 0) return byName < 0;
     return a < b;
   });
@@ -134,10 +122,53 @@ RenamePreview buildPreview(const PreviewRequest& request) {
   return buildPreview(request, CompiledRuleStack(request.stack));
 }
 
+namespace {
+
+// Name keys of one folder, viewed in place: the strings live in the preview's own vectors.
+using KeyViews = std::unordered_set<std::string_view>;
+
+// The folders of a batch, numbered in the order met.
+class FolderIds {
+ public:
+  std::size_t idOf(const std::string& folder) {
+    if (last_ != nullptr && *last_ == folder) return lastId_;
+    const auto [it, isNew] = ids_.emplace(folder, paths_.size());
+    if (isNew) paths_.push_back(&it->first);
+    last_ = &it->first;
+    lastId_ = it->second;
+    return lastId_;
+  }
+  std::size_t size() const { return paths_.size(); }
+  const std::string& path(std::size_t id) const { return *paths_[id]; }
+
+ private:
+  std::unordered_map<std::string, std::size_t> ids_;
+  std::vector<const std::string*> paths_;
+  const std::string* last_ = nullptr;
+  std::size_t lastId_ = 0;
+};
+
+}  // namespace
+
 RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack) {
   const std::vector<RenameSubject>& subjects = request.subjects;
+  const std::size_t count = subjects.size();
+
+  // What is known of each file before any rule: its parsed name, key, folder and twin key.
+  FolderIds folders;
+  std::vector<FileName> current(count);
+  std::vector<std::string> currentKeys(count);
+  std::vector<std::size_t> folderOf(count);
+  std::vector<std::optional<std::string>> twinKeys(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    current[i] = FileName::parse(subjects[i].name);
+    currentKeys[i] = NameKey::of(current[i].fullName()).value;
+    folderOf[i] = folders.idOf(subjects[i].folder.native());
+    twinKeys[i] = twinKey(subjects[i].name, std::to_string(folderOf[i]), request.twins);
+  }
+
   const std::vector<std::size_t> order = orderBatch(subjects, request.order);
-  const std::vector<TwinGroup> groups = groupTwins(subjects, order, request.twins);
+  const std::vector<TwinGroup> groups = groupTwins(twinKeys, current, order);
 
   // The primaries go through the rules in batch order.
   std::vector<const RenameSubject*> primaries;
@@ -147,20 +178,18 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
   std::vector<RuleResult> results = stack.apply(primaries, request.naming);
 
   RenamePreview preview;
-  preview.items.resize(subjects.size());
-  std::vector<std::size_t> rowOf(subjects.size());
+  std::vector<PlannedRename>& items = preview.items;
+  items.resize(count);
+  std::vector<std::size_t> rowOf(count);
   for (std::size_t row = 0; row < order.size(); ++row)
     rowOf[order[row]] = row;
 
   // Names: each member takes its primary's new base with its own extension.
-  std::vector<FileName> current(subjects.size());
-  for (std::size_t i = 0; i < subjects.size(); ++i)
-    current[i] = FileName::parse(subjects[i].name);
   for (std::size_t g = 0; g < groups.size(); ++g) {
     const TwinGroup& group = groups[g];
     RuleResult& result = results[g];
     for (std::size_t member : group.members) {
-      PlannedRename& row = preview.items[rowOf[member]];
+      PlannedRename& row = items[rowOf[member]];
       row.subjectIndex = member;
       row.primaryIndex = rowOf[group.primary];
       row.newName = member == group.primary ? result.newName
@@ -169,148 +198,131 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
         row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::rule, issue, {}});
       }
     }
-    preview.items[rowOf[group.primary]].steps = std::move(result.changedBy);
+    items[rowOf[group.primary]].steps = std::move(result.changedBy);
   }
+  auto folderOfRow = [&](std::size_t r) { return folderOf[items[r].subjectIndex]; };
 
   // Per folder: the keys of the batch's own current names, and the other names already there.
-  std::unordered_map<std::string, KeySet> batchKeys;
-  for (std::size_t i = 0; i < subjects.size(); ++i) {
-    batchKeys[subjects[i].folder.native()].insert(NameKey::of(current[i].fullName()).value);
-  }
-  std::unordered_map<std::string, KeySet> outside;
-  std::unordered_set<std::string> unlisted;
-  for (const auto& [folder, keys] : batchKeys) {
-    const auto it = request.folders.find(folder);
-    if (it == request.folders.end() || !it->second.listed) {
-      unlisted.insert(folder);
-      continue;
-    }
-    KeySet& taken = outside[folder];
+  std::vector<KeyViews> own(folders.size());
+  for (std::size_t i = 0; i < count; ++i)
+    own[folderOf[i]].insert(currentKeys[i]);
+  std::vector<bool> listed(folders.size(), false);
+  std::vector<std::vector<std::string>> outsideStore(folders.size());
+  std::vector<KeyViews> outside(folders.size());
+  for (std::size_t f = 0; f < folders.size(); ++f) {
+    const auto it = request.folders.find(folders.path(f));
+    if (it == request.folders.end() || !it->second.listed) continue;
+    listed[f] = true;
+    std::vector<std::string>& store = outsideStore[f];
+    store.reserve(it->second.names.size());
     for (const std::string& name : it->second.names) {
       std::string key = NameKey::of(name).value;
-      if (keys.count(key) == 0) taken.insert(std::move(key));
+      if (own[f].count(key) == 0) store.push_back(std::move(key));
     }
+    outside[f].reserve(store.size());
+    for (const std::string& key : store)
+      outside[f].insert(key);
   }
-  auto folderOf = [&](const PlannedRename& row) -> const std::string& {
-    return subjects[row.subjectIndex].folder.native();
-  };
-  auto outsideHas = [&](const std::string& folder, const std::string& key) {
-    const auto it = outside.find(folder);
-    return it != outside.end() && it->second.count(key) > 0;
-  };
 
-  std::vector<std::string> newKeys(preview.items.size());
-  std::vector<bool> duplicate(preview.items.size(), false);
+  // Clashes within the batch.
+  std::vector<std::string> newKeys(count);
+  for (std::size_t r = 0; r < count; ++r)
+    newKeys[r] = NameKey::of(items[r].newName.fullName()).value;
+  std::vector<bool> duplicate(count, false);
   if (request.duplicates == DuplicatePolicy::markError) {
-    std::unordered_map<std::string, std::size_t> count;  // folder + key -> rows
-    for (std::size_t r = 0; r < preview.items.size(); ++r) {
-      newKeys[r] = NameKey::of(preview.items[r].newName.fullName()).value;
-      ++count[folderOf(preview.items[r]) + '\0' + newKeys[r]];
-    }
-    for (std::size_t r = 0; r < preview.items.size(); ++r) {
-      duplicate[r] = count[folderOf(preview.items[r]) + '\0' + newKeys[r]] > 1;
-    }
+    std::vector<std::unordered_map<std::string_view, std::size_t>> seen(folders.size());
+    for (std::size_t r = 0; r < count; ++r)
+      ++seen[folderOfRow(r)][newKeys[r]];
+    for (std::size_t r = 0; r < count; ++r)
+      duplicate[r] = seen[folderOfRow(r)][newKeys[r]] > 1;
   } else {
     // Groups in batch order take their names; a group whose names are taken tries "-2", "-3"…
-    // with one number for all its members. Numbers already passed for the same base and
-    // extensions are never free again, so each group starts where the last such group stopped.
-    std::unordered_map<std::string, KeySet> planned;  // folder -> keys planned so far
+    // with one number for all its members. A number passed over for some base and extensions is
+    // never free again for them, so each such group starts where the last one stopped.
+    std::vector<KeyViews> planned(folders.size());
     std::unordered_map<std::string, int> nextSuffix;
-    auto isTaken = [&](const std::string& folder, const std::string& key) {
-      return outsideHas(folder, key) || planned[folder].count(key) > 0;
+    std::vector<std::size_t> rows;
+    std::vector<std::string> candidate;
+    auto isFree = [&](const std::vector<std::string>& keys) {
+      for (std::size_t i = 0; i < keys.size(); ++i) {
+        const std::size_t f = folderOfRow(rows[i]);
+        if (outside[f].count(keys[i]) > 0 || planned[f].count(keys[i]) > 0) return false;
+        for (std::size_t j = 0; j < i; ++j) {
+          if (keys[j] == keys[i] && folderOfRow(rows[j]) == f) return false;
+        }
+      }
+      return true;
     };
     for (const TwinGroup& group : groups) {
-      std::vector<std::size_t> rows;
-      for (std::size_t m : group.members)
+      rows.clear();
+      candidate.clear();
+      for (std::size_t m : group.members) {
         rows.push_back(rowOf[m]);
-      auto keysWith = [&](int n) {
-        std::vector<std::string> keys;
-        for (std::size_t r : rows) {
-          FileName name = preview.items[r].newName;
-          if (n > 0) name.base = suffixed(name, n);
-          keys.push_back(NameKey::of(name.fullName()).value);
-        }
-        return keys;
-      };
-      auto isFree = [&](const std::vector<std::string>& keys) {
-        for (std::size_t i = 0; i < keys.size(); ++i) {
-          if (isTaken(folderOf(preview.items[rows[i]]), keys[i])) return false;
-          for (std::size_t j = 0; j < i; ++j) {
-            if (keys[j] == keys[i] &&
-                folderOf(preview.items[rows[i]]) == folderOf(preview.items[rows[j]])) {
-              return false;
-            }
-          }
-        }
-        return true;
-      };
-      std::vector<std::string> keys = keysWith(0);
-      if (!isFree(keys)) {
-        std::string signature = folderOf(preview.items[rows.front()]);
-        for (const std::string& k : keys)
-          signature.append("\0", 1).append(k);
-        int& n = nextSuffix.try_emplace(signature, kFirstSuffix).first->second;
+        candidate.push_back(newKeys[rowOf[m]]);
+      }
+      if (!isFree(candidate)) {
+        std::string signature = std::to_string(folderOfRow(rows.front()));
+        for (const std::string& k : candidate)
+          signature.append(1, '\0').append(k);
+        int& n = nextSuffix.try_emplace(std::move(signature), kFirstSuffix).first->second;
         bool found = false;
-        for (; n <= kLastSuffix; ++n) {
-          std::vector<std::string> candidate = keysWith(n);
+        for (; n <= kLastSuffix && !found; ++n) {
+          for (std::size_t i = 0; i < rows.size(); ++i) {
+            FileName name = items[rows[i]].newName;
+            name.base = suffixed(name, n);
+            candidate[i] = NameKey::of(name.fullName()).value;
+          }
           if (!isFree(candidate)) continue;
-          for (std::size_t r : rows)
-            preview.items[r].newName.base = suffixed(preview.items[r].newName, n);
-          keys = std::move(candidate);
+          for (std::size_t i = 0; i < rows.size(); ++i) {
+            items[rows[i]].newName.base = suffixed(items[rows[i]].newName, n);
+            newKeys[rows[i]] = candidate[i];
+          }
           found = true;
-          ++n;
-          break;
         }
         if (!found) {
-          // Every number is taken: the clash stays an error.
-          for (std::size_t i = 0; i < rows.size(); ++i) {
-            if (planned[folderOf(preview.items[rows[i]])].count(keys[i]) > 0)
-              duplicate[rows[i]] = true;
-          }
+          // Every number is taken: the clash stays, as an error.
+          for (std::size_t r : rows)
+            duplicate[r] = planned[folderOfRow(r)].count(newKeys[r]) > 0;
         }
       }
-      for (std::size_t i = 0; i < rows.size(); ++i) {
-        planned[folderOf(preview.items[rows[i]])].insert(keys[i]);
-        newKeys[rows[i]] = keys[i];
-      }
+      for (std::size_t r : rows)
+        planned[folderOfRow(r)].insert(newKeys[r]);
     }
   }
 
   // Twins outside the batch, by twin key, from each folder's files.
   std::unordered_map<std::string, std::vector<std::string>> outsideTwins;
   if (request.twins.isEnabled) {
-    for (const auto& [folder, keys] : batchKeys) {
-      const auto it = request.folders.find(folder);
+    for (std::size_t f = 0; f < folders.size(); ++f) {
+      const auto it = request.folders.find(folders.path(f));
       if (it == request.folders.end()) continue;
       for (const std::string& file : it->second.files) {
-        if (keys.count(NameKey::of(FileName::parse(file).fullName()).value) > 0) continue;
-        if (auto key = twinKey(file, folder, request.twins)) outsideTwins[*key].push_back(file);
+        if (own[f].count(NameKey::of(file).value) > 0) continue;
+        if (auto key = twinKey(file, std::to_string(f), request.twins)) {
+          outsideTwins[*key].push_back(file);
+        }
       }
     }
   }
 
-  for (std::size_t r = 0; r < preview.items.size(); ++r) {
-    PlannedRename& row = preview.items[r];
-    const RenameSubject& subject = subjects[row.subjectIndex];
-    const std::string& folder = subject.folder.native();
+  for (std::size_t r = 0; r < count; ++r) {
+    PlannedRename& row = items[r];
+    const std::size_t f = folderOfRow(r);
     const std::string newFull = row.newName.fullName();
     row.changes = newFull != current[row.subjectIndex].fullName();
     if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
     if (duplicate[r]) row.errors.push_back(NameError::duplicateInBatch());
-    if (outsideHas(folder, newKeys[r])) row.errors.push_back(NameError::existingFile(newFull));
+    if (outside[f].count(newKeys[r]) > 0) row.errors.push_back(NameError::existingFile(newFull));
 
-    if (!outsideTwins.empty()) {
-      if (auto key = twinKey(subject.name, folder, request.twins)) {
-        const auto it = outsideTwins.find(*key);
-        if (it != outsideTwins.end()) {
-          row.warnings.push_back(
-              PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
-        }
+    if (const auto& key = twinKeys[row.subjectIndex]; key && !outsideTwins.empty()) {
+      const auto it = outsideTwins.find(*key);
+      if (it != outsideTwins.end()) {
+        row.warnings.push_back(
+            PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
       }
     }
-    if (unlisted.count(folder) > 0) {
+    if (!listed[f])
       row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::folderNotListed, {}, {}});
-    }
 
     if (!row.errors.empty()) {
       row.status = PreviewStatus::error;

@@ -3,6 +3,7 @@
 #include <unicode/timezone.h>
 
 #include "DateFormatterCache.h"
+#include "Parallel.h"
 #include "Template.h"
 #include "Unicode.h"
 
@@ -54,81 +55,94 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<RenameSubject
 std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameSubject*>& subjects,
                                                  const NamingContext& context) const {
   const icu::TimeZone& zone = *context.zone;
-  DateFormatterCache dates(zone);
+  const std::size_t count = subjects.size();
+  const std::vector<Compiled::CompiledRule>& rules = compiled_->rules;
+  // Below this many files per thread, starting a thread costs more than it saves.
+  constexpr std::size_t kMinimumPerThread = 2048;
 
-  struct Working {
-    FileName name;
-    std::vector<BlockRef> locked;
-  };
-  std::vector<Working> working;
-  std::vector<RuleResult> results(subjects.size());
-  working.reserve(subjects.size());
-  for (std::size_t i = 0; i < subjects.size(); ++i) {
-    working.push_back(Working{FileName::parse(subjects[i]->name), {}});
-    results[i].subjectIndex = i;
-  }
+  // Which rules act on which files: conditions look at the file, never at its working name, so
+  // they are settled first, for all rules at once.
+  std::vector<std::vector<char>> acts(rules.size(), std::vector<char>(count, 0));
+  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t r = 0; r < rules.size(); ++r) {
+      for (std::size_t i = begin; i < end; ++i)
+        acts[r][i] = rules[r].conditions.hold(*subjects[i]);
+    }
+  });
 
-  for (const Compiled::CompiledRule& c : compiled_->rules) {
-    const Rule& rule = *c.rule;
-    std::optional<CounterState> counts;
+  // Numbers, in batch order, each counting rule with a fresh state (nullopt: past the limit).
+  std::vector<std::vector<std::optional<std::int64_t>>> numbers(rules.size());
+  for (std::size_t r = 0; r < rules.size(); ++r) {
+    const Rule& rule = *rules[r].rule;
+    const Counter* counter = nullptr;
     if (const auto* n = std::get_if<RuleAction::Numbering>(&rule.action.value)) {
-      counts.emplace(n->counter, zone);
-    } else if (const auto* f = std::get_if<RuleAction::Format>(&rule.action.value)) {
-      counts.emplace(f->format.counter, zone);
+      counter = &n->counter;
+    } else if (rules[r].parsed && rules[r].parsed->usesCounter()) {
+      counter = &std::get<RuleAction::Format>(rule.action.value).format.counter;
     }
-    const bool formatUsesCounter = c.parsed && c.parsed->usesCounter();
-
-    for (std::size_t i = 0; i < subjects.size(); ++i) {
-      const RenameSubject& subject = *subjects[i];
-      if (!c.conditions.hold(subject)) continue;
-      Working& w = working[i];
-      RuleResult& result = results[i];
-      const FileName before = w.name;
-      auto record = [&](OperationIssue issue) {
-        result.issues.push_back(RuleIssue{rule.id, std::move(issue)});
-      };
-
-      std::visit(
-          [&](const auto& action) {
-            using T = std::decay_t<decltype(action)>;
-            if constexpr (std::is_same_v<T, RuleAction::Protect>) {
-              w.locked.push_back(action.block);
-            } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
-              const std::optional<std::int64_t> number =
-                  formatUsesCounter ? counts->next(subject) : std::optional<std::int64_t>(0);
-              const VariableContext variables{subject, w.name.base, zone, dates};
-              RenderedName rendered =
-                  c.parsed->render(variables, action.format.counter, number, context.missingText);
-              w.name.base = std::move(rendered.text);
-              for (OperationIssue& issue : rendered.issues)
-                record(std::move(issue));
-            } else if constexpr (std::is_same_v<T, RuleAction::Numbering>) {
-              const std::optional<std::int64_t> number = counts->next(subject);
-              if (!number) {
-                record(OperationIssue::counterOverflow());
-                return;
-              }
-              const OperationContext operationContext{compiled_->separators, w.locked};
-              OperationOutcome outcome = c.operation->applyInserting(w.name, operationContext,
-                                                                     action.counter.text(*number));
-              w.name = std::move(outcome.name);
-              if (outcome.issue) record(std::move(*outcome.issue));
-            } else {
-              const OperationContext operationContext{compiled_->separators, w.locked};
-              OperationOutcome outcome = c.operation->apply(w.name, operationContext);
-              w.name = std::move(outcome.name);
-              if (outcome.issue) record(std::move(*outcome.issue));
-            }
-          },
-          rule.action.value);
-
-      result.changedBy.push_back(RuleStep{rule.id, w.name.base, w.name.base != before.base});
-      if (w.name.ext != before.ext) result.changedExtensionBy.push_back(rule.id);
+    if (counter == nullptr) continue;
+    CounterState state(*counter, zone);
+    numbers[r].resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      if (acts[r][i]) numbers[r][i] = state.next(*subjects[i]);
     }
   }
 
-  for (std::size_t i = 0; i < subjects.size(); ++i)
-    results[i].newName = std::move(working[i].name);
+  // Then every file goes through the rules on its own.
+  std::vector<RuleResult> results(count);
+  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    DateFormatterCache dates(zone);
+    for (std::size_t i = begin; i < end; ++i) {
+      const RenameSubject& subject = *subjects[i];
+      RuleResult& result = results[i];
+      result.subjectIndex = i;
+      FileName name = FileName::parse(subject.name);
+      std::vector<BlockRef> locked;
+      for (std::size_t r = 0; r < rules.size(); ++r) {
+        if (!acts[r][i]) continue;
+        const Compiled::CompiledRule& c = rules[r];
+        const Rule& rule = *c.rule;
+        const FileName before = name;
+        auto record = [&](OperationIssue issue) {
+          result.issues.push_back(RuleIssue{rule.id, std::move(issue)});
+        };
+        auto take = [&](OperationOutcome outcome) {
+          name = std::move(outcome.name);
+          if (outcome.issue) record(std::move(*outcome.issue));
+        };
+        std::visit(
+            [&](const auto& action) {
+              using T = std::decay_t<decltype(action)>;
+              if constexpr (std::is_same_v<T, RuleAction::Protect>) {
+                locked.push_back(action.block);
+              } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
+                const std::optional<std::int64_t> number =
+                    numbers[r].empty() ? std::optional<std::int64_t>(0) : numbers[r][i];
+                const VariableContext variables{subject, name.base, zone, dates};
+                RenderedName rendered =
+                    c.parsed->render(variables, action.format.counter, number, context.missingText);
+                name.base = std::move(rendered.text);
+                for (OperationIssue& issue : rendered.issues)
+                  record(std::move(issue));
+              } else if constexpr (std::is_same_v<T, RuleAction::Numbering>) {
+                const std::optional<std::int64_t> number = numbers[r][i];
+                if (!number) {
+                  record(OperationIssue::counterOverflow());
+                  return;
+                }
+                take(c.operation->applyInserting(name, {compiled_->separators, locked},
+                                                 action.counter.text(*number)));
+              } else {
+                take(c.operation->apply(name, {compiled_->separators, locked}));
+              }
+            },
+            rule.action.value);
+        result.changedBy.push_back(RuleStep{rule.id, name.base, name.base != before.base});
+        if (name.ext != before.ext) result.changedExtensionBy.push_back(rule.id);
+      }
+      result.newName = std::move(name);
+    }
+  });
   return results;
 }
 

@@ -40,16 +40,28 @@ std::optional<std::string> twinKey(std::string_view fileName, std::string_view f
 std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
                                   const std::vector<std::size_t>& order,
                                   const TwinOptions& options) {
+  std::vector<std::optional<std::string>> keys;
+  std::vector<FileName> names;
+  for (const RenameSubject& s : subjects) {
+    keys.push_back(twinKey(s.name, s.folder.native(), options));
+    names.push_back(FileName::parse(s.name));
+  }
+  return groupTwins(keys, names, order);
+}
+
+std::vector<TwinGroup> groupTwins(const std::vector<std::optional<std::string>>& keys,
+                                  const std::vector<FileName>& names,
+                                  const std::vector<std::size_t>& order) {
   std::vector<TwinGroup> groups;
-  std::unordered_map<std::string, std::size_t> byKey;  // twin key -> group
+  groups.reserve(order.size());
+  std::unordered_map<std::string_view, std::size_t> byKey;  // twin key -> group
+  byKey.reserve(order.size());
   for (std::size_t index : order) {
-    const RenameSubject& s = subjects[index];
-    const std::optional<std::string> key = twinKey(s.name, s.folder.native(), options);
-    if (!key) {
+    if (!keys[index]) {
       groups.push_back(TwinGroup{index, {index}});
       continue;
     }
-    const auto [it, isNew] = byKey.emplace(*key, groups.size());
+    const auto [it, isNew] = byKey.emplace(*keys[index], groups.size());
     if (isNew) {
       groups.push_back(TwinGroup{index, {index}});
     } else {
@@ -62,10 +74,10 @@ std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
   for (TwinGroup& g : groups) {
     if (g.members.size() < 2) continue;
     auto better = [&](std::size_t a, std::size_t b) {
-      const FileKind ka = fileKindOf(FileName::parse(subjects[a].name).ext);
-      const FileKind kb = fileKindOf(FileName::parse(subjects[b].name).ext);
+      const FileKind ka = names[a].kind();
+      const FileKind kb = names[b].kind();
       if (ka != kb) return ka < kb;
-      const int byName = unicode::naturalCompare(subjects[a].name, subjects[b].name);
+      const int byName = unicode::naturalCompare(names[a].fullName(), names[b].fullName());
       if (byName != 0) return byName < 0;
       return a < b;
     };

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "FileName.h"
 #include "RenameSubject.h"
 
 namespace tessane {
@@ -40,5 +41,10 @@ std::optional<std::string> twinKey(std::string_view fileName, std::string_view f
 std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
                                   const std::vector<std::size_t>& order,
                                   const TwinOptions& options);
+// The same from twin keys computed beforehand (one per subject, nullopt: no twins) and the
+// subjects' parsed names.
+std::vector<TwinGroup> groupTwins(const std::vector<std::optional<std::string>>& keys,
+                                  const std::vector<FileName>& names,
+                                  const std::vector<std::size_t>& order);
 
 }  // namespace tessane
