@@ -1,0 +1,308 @@
+#include "RenameIO/SafeRenamer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "FakeFileRenaming.h"
+#include "TextJoin.h"
+
+namespace tessane {
+namespace {
+
+using testing::FakeFileRenaming;
+using testing::join;
+
+const Date kDate{std::chrono::seconds(1'700'000'000)};
+
+std::filesystem::path at(const std::string& name) {
+  return std::filesystem::path("/card") / name;
+}
+
+// A batch shape: the files of the folder and the moves over them.
+struct Shape {
+  std::string label;
+  std::vector<std::string> files;
+  std::vector<std::pair<std::string, std::string>> moves;  // source name -> destination name
+
+  std::vector<FileMove> fileMoves() const {
+    std::vector<FileMove> out;
+    for (const auto& [from, to] : moves)
+      out.push_back(FileMove{at(from), at(to)});
+    return out;
+  }
+};
+
+FileMove mv(std::filesystem::path from, std::filesystem::path to) {
+  return FileMove{std::move(from), std::move(to)};
+}
+
+std::string numbered(const char* stem, std::size_t i) {
+  return stem + std::to_string(i) + ".jpg";
+}
+
+// n plain renames, a rotation of all n, swaps, 3-cycles, case-only changes, and a mix of all.
+std::vector<Shape> shapesOf(std::size_t n) {
+  std::vector<Shape> out;
+  Shape plain{"plain", {}, {}};
+  Shape rotation{"rotation", {}, {}};
+  Shape caseOnly{"case-only", {}, {}};
+  for (std::size_t i = 0; i < n; ++i) {
+    plain.files.push_back(numbered("a", i));
+    plain.moves.emplace_back(numbered("a", i), numbered("b", i));
+    rotation.files.push_back(numbered("r", i));
+    rotation.moves.emplace_back(numbered("r", i), numbered("r", (i + 1) % n));
+    caseOnly.files.push_back(numbered("img", i));
+    caseOnly.moves.emplace_back(numbered("img", i), numbered("IMG", i));
+  }
+  out.push_back(plain);
+  if (n >= 2) out.push_back(rotation);
+  out.push_back(caseOnly);
+  if (n % 2 == 0) {
+    Shape swaps{"swaps", {}, {}};
+    for (std::size_t i = 0; i < n; i += 2) {
+      swaps.files.push_back(numbered("s", i));
+      swaps.files.push_back(numbered("s", i + 1));
+      swaps.moves.emplace_back(numbered("s", i), numbered("s", i + 1));
+      swaps.moves.emplace_back(numbered("s", i + 1), numbered("s", i));
+    }
+    out.push_back(swaps);
+  }
+  if (n % 3 == 0) {
+    Shape cycles{"3-cycles", {}, {}};
+    for (std::size_t i = 0; i < n; i += 3) {
+      for (std::size_t j = 0; j < 3; ++j) {
+        cycles.files.push_back(numbered("c", i + j));
+        cycles.moves.emplace_back(numbered("c", i + j), numbered("c", i + (j + 1) % 3));
+      }
+    }
+    out.push_back(cycles);
+  }
+  if (n >= 4) {
+    // Cycle through the four kinds of move, leaving the last files as a swap or plain moves.
+    Shape mix{"mix", {}, {}};
+    std::size_t i = 0;
+    for (int kind = 0; i < n; kind = (kind + 1) % 4) {
+      if (kind == 0 || n - i < 2) {
+        mix.files.push_back(numbered("p", i));
+        mix.moves.emplace_back(numbered("p", i), numbered("q", i));
+        i += 1;
+      } else if (kind == 1) {
+        mix.files.push_back(numbered("x", i));
+        mix.files.push_back(numbered("x", i + 1));
+        mix.moves.emplace_back(numbered("x", i), numbered("x", i + 1));
+        mix.moves.emplace_back(numbered("x", i + 1), numbered("x", i));
+        i += 2;
+      } else if (kind == 2 && n - i >= 3) {
+        for (std::size_t j = 0; j < 3; ++j) {
+          mix.files.push_back(numbered("y", i + j));
+          mix.moves.emplace_back(numbered("y", i + j), numbered("y", i + (j + 1) % 3));
+        }
+        i += 3;
+      } else {
+        mix.files.push_back(numbered("dsc", i));
+        mix.moves.emplace_back(numbered("dsc", i), numbered("DSC", i));
+        i += 1;
+      }
+    }
+    // An outside file that stays where it is.
+    mix.files.push_back("untouched.jpg");
+    out.push_back(mix);
+  }
+  return out;
+}
+
+// Runs one shape with the given failures and checks that nothing was lost: every file is at its
+// destination (success) or at its original name or listed as stranded with its exact place.
+void runAndVerify(const Shape& shape, bool caseInsensitive, const std::set<std::size_t>& failing,
+                  std::size_t diesAt) {
+  FakeFileRenaming fs(caseInsensitive);
+  for (const std::string& f : shape.files)
+    fs.add(at(f), join({"contents of ", f}));
+  fs.failing = failing;
+  fs.diesAt = diesAt;
+  const std::vector<FileMove> moves = shape.fileMoves();
+  const std::map<std::string, std::string> before = fs.snapshot();
+
+  Result<AppliedBatch, SafeRenameError> result = SafeRenamer::apply(moves, fs, kDate);
+  const std::map<std::string, std::string> after = fs.snapshot();
+  std::string context = join({shape.label, " n=", std::to_string(shape.moves.size()),
+                              caseInsensitive ? " case-insensitive" : "", " failing:"});
+  for (std::size_t k : failing)
+    context.append(" ").append(std::to_string(k));
+  context.append(" dies at ").append(std::to_string(diesAt));
+  SCOPED_TRACE(context);
+
+  ASSERT_EQ(after.size(), before.size());
+  std::map<std::string, std::string> expected = before;
+  const std::size_t firstFailure =
+      std::min(failing.empty() ? SIZE_MAX : *failing.begin(), diesAt == 0 ? SIZE_MAX : diesAt);
+  if (firstFailure <= 2 * moves.size()) {
+    ASSERT_FALSE(result.ok());
+    const SafeRenameError& error = result.error();
+    ASSERT_EQ(error.kind, SafeRenameError::Case::failed);
+    ASSERT_TRUE(error.cause.has_value());
+    // Stranded files: listed once each, in batch order, from where they are to where they were.
+    std::size_t lastIndex = 0;
+    for (const FileMove& s : error.stranded) {
+      auto m = std::find_if(moves.begin(), moves.end(),
+                            [&](const FileMove& mv) { return mv.source == s.destination; });
+      ASSERT_NE(m, moves.end()) << s.destination;
+      EXPECT_NE(s.source, s.destination) << "a file listed as stranded is back home";
+      const auto index = static_cast<std::size_t>(m - moves.begin());
+      EXPECT_TRUE(&s == &error.stranded.front() || index > lastIndex);
+      lastIndex = index;
+      expected.erase(s.destination.native());
+    }
+    for (const FileMove& s : error.stranded)
+      expected[s.source.native()] = before.at(s.destination.native());
+    if (diesAt == 0 && failing.size() == 1) {
+      EXPECT_TRUE(error.stranded.empty()) << "a single failure strands nothing";
+    }
+  } else {
+    ASSERT_TRUE(result.ok()) << result.error().message();
+    EXPECT_EQ(result.value().moves, moves);
+    for (const FileMove& m : moves)
+      expected.erase(m.source.native());
+    for (const FileMove& m : moves)
+      expected[m.destination.native()] = before.at(m.source.native());
+  }
+  EXPECT_EQ(after, expected);
+}
+
+TEST(SafeRenamer, NothingIsLostWhateverMoveFails) {
+  for (std::size_t n = 1; n <= 20; ++n) {
+    for (const Shape& shape : shapesOf(n)) {
+      for (bool caseInsensitive : {false, true}) {
+        const std::size_t calls = 2 * n;
+        runAndVerify(shape, caseInsensitive, {}, 0);
+        for (std::size_t k = 1; k <= calls; ++k) {
+          runAndVerify(shape, caseInsensitive, {k}, 0);
+          // Every move from k on fails: the rollback can put nothing back.
+          runAndVerify(shape, caseInsensitive, {}, k);
+          // A second failure during the rollback, at each of its steps (small batches only: the
+          // larger ones add nothing new and the count grows with the square).
+          if (n > 8) continue;
+          for (std::size_t j = k + 1; j <= k + calls; ++j) {
+            runAndVerify(shape, caseInsensitive, {k, j}, 0);
+            if (HasFatalFailure()) return;
+          }
+        }
+      }
+    }
+  }
+}
+
+TEST(SafeRenamer, SwapsRotationsAndCaseOnlyChangesEndAsAsked) {
+  FakeFileRenaming fs(true);
+  fs.add(at("A.jpg"), "a");
+  fs.add(at("B.jpg"), "b");
+  fs.add(at("img.jpg"), "i");
+  const std::vector<FileMove> moves{
+      {at("A.jpg"), at("B.jpg")}, {at("B.jpg"), at("A.jpg")}, {at("img.jpg"), at("IMG.JPG")}};
+  ASSERT_TRUE(SafeRenamer::apply(moves, fs, kDate).ok());
+  EXPECT_EQ(fs.snapshot(),
+            (std::map<std::string, std::string>{
+                {"/card/A.jpg", "b"}, {"/card/B.jpg", "a"}, {"/card/IMG.JPG", "i"}}));
+}
+
+TEST(SafeRenamer, ChecksRefuseBeforeAnythingMoves) {
+  FakeFileRenaming fs(true);
+  fs.add(at("a.jpg"), "a");
+  fs.add(at("b.jpg"), "b");
+  fs.add(at("Caf\u00e9.jpg"), "outside");
+  fs.add(at("IMG.jpg"), "outside too");
+  const auto refusal = [&](std::vector<FileMove> moves) {
+    const std::size_t before = fs.moveCount();
+    Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(moves, fs, kDate);
+    EXPECT_EQ(fs.moveCount(), before) << "a refused batch moves nothing";
+    EXPECT_FALSE(r.ok());
+    return r.ok() ? SafeRenameError{} : r.error();
+  };
+
+  SafeRenameError e = refusal({mv(at("a.jpg"), at("x.jpg")), mv(at("gone.jpg"), at("y.jpg"))});
+  EXPECT_EQ(e.kind, SafeRenameError::Case::sourceMissing);
+  EXPECT_EQ(e.url, at("gone.jpg"));
+  EXPECT_EQ(e.message(), "“gone.jpg” is no longer in the folder.");
+
+  e = refusal({mv(at("a.jpg"), "/elsewhere/a.jpg")});
+  EXPECT_EQ(e.kind, SafeRenameError::Case::notSameFolder);
+  EXPECT_EQ(e.move.destination, "/elsewhere/a.jpg");
+  EXPECT_EQ(e.message(), "Couldn’t rename “a.jpg”.");
+
+  e = refusal({mv(at("a.jpg"), at("IMG.jpg"))});  // the same name up to case, held by an outsider
+  EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
+  e = refusal({mv(at("a.jpg"), at("img.JPG"))});
+  EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
+  e = refusal({mv(at("a.jpg"), at("Cafe\u0301.JPG"))});  // decomposed against composed
+  EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
+  EXPECT_EQ(e.message(),
+            "There’s already a file called “Cafe\u0301.JPG” in the folder. Rename or move it and "
+            "try again.");
+
+  e = refusal({mv(at("a.jpg"), at("NEW.jpg")), mv(at("b.jpg"), at("new.JPG"))});
+  EXPECT_EQ(e.kind, SafeRenameError::Case::duplicateDestination);
+  EXPECT_EQ(e.url, at("new.JPG"));
+  EXPECT_EQ(e.message(), "Two files would be called “new.JPG”.");
+
+  // Equivalent spellings of one folder are the same folder.
+  EXPECT_FALSE(SafeRenamer::check(std::vector<FileMove>{mv(at("a.jpg"), "/card/./z.jpg")}, fs));
+}
+
+TEST(SafeRenamer, EmptyBatchAppliesNothing) {
+  FakeFileRenaming fs;
+  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply({}, fs, kDate);
+  ASSERT_TRUE(r.ok());
+  EXPECT_TRUE(r.value().moves.empty());
+  EXPECT_EQ(r.value().date, kDate);
+  EXPECT_EQ(fs.moveCount(), 0u);
+}
+
+TEST(SafeRenamer, FilesPassThroughTemporaryNamesOfTheBatch) {
+  FakeFileRenaming fs;
+  fs.add(at("_QM19581.ARW"), "raw");
+  std::vector<std::string> seen;
+  fs.beforeMove = [&](std::size_t) {
+    for (const auto& [name, contents] : fs.snapshot())
+      seen.push_back(name);
+  };
+  Result<AppliedBatch, SafeRenameError> r =
+      SafeRenamer::apply(std::vector<FileMove>{{at("_QM19581.ARW"), at("2024.ARW")}}, fs, kDate);
+  ASSERT_TRUE(r.ok());
+  const std::string tag = r.value().id.string().substr(0, 8);
+  ASSERT_EQ(seen.size(), 2u);
+  EXPECT_EQ(seen[1], join({"/card/.tessane-", tag, "-0-_QM19581.ARW"}));
+}
+
+TEST(SafeRenamer, FailureMessageNamesTheFileWhenNothingIsStranded) {
+  FakeFileRenaming fs;
+  fs.add(at("a.jpg"), "a");
+  fs.add(at("b.jpg"), "b");
+  fs.failing = {4};  // the second file's move to its destination
+  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(
+      std::vector<FileMove>{{at("a.jpg"), at("c.jpg")}, {at("b.jpg"), at("d.jpg")}}, fs, kDate);
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().url, at("b.jpg"));
+  EXPECT_TRUE(r.error().stranded.empty());
+  EXPECT_EQ(r.error().message(),
+            "Couldn’t rename “b.jpg”. It may be in use by another app: close it and try again.");
+
+  FakeFileRenaming second;
+  second.add(at("a.jpg"), "a");
+  second.add(at("b.jpg"), "b");
+  second.failing = {2, 3};  // b cannot be parked, then a cannot go back
+  r = SafeRenamer::apply(
+      std::vector<FileMove>{{at("a.jpg"), at("c.jpg")}, {at("b.jpg"), at("d.jpg")}}, second, kDate);
+  ASSERT_FALSE(r.ok());
+  ASSERT_EQ(r.error().stranded.size(), 1u);
+  EXPECT_EQ(r.error().stranded[0].destination, at("a.jpg"));
+  EXPECT_TRUE(r.error().stranded[0].source.filename().native().starts_with(".tessane-"));
+  EXPECT_EQ(r.error().message(), "") << "stranded files are reported one by one";
+}
+
+}  // namespace
+}  // namespace tessane
