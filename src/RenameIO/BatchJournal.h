@@ -47,6 +47,10 @@ class BatchJournal {
   static Result<BatchJournal> begin(const std::filesystem::path& folder, const AppliedBatch& batch,
                                     const std::vector<std::filesystem::path>& temporary,
                                     SystemFileRenaming& fs);
+  // The same with the files' identities already known, one per move.
+  static Result<BatchJournal> begin(const std::filesystem::path& folder, const AppliedBatch& batch,
+                                    const std::vector<std::filesystem::path>& temporary,
+                                    const std::vector<FileIdentity>& identities);
 
   BatchJournal(BatchJournal&& other) noexcept;
   BatchJournal& operator=(BatchJournal&& other) noexcept;

@@ -11,9 +11,31 @@
 namespace tessane::SafeRenamer {
 namespace {
 
+// The standard folder of each file, computed once per distinct spelling of a folder: a batch's
+// files nearly always share one.
+class FolderCache {
+ public:
+  const std::string& of(const std::filesystem::path& file) {
+    std::string_view native = file.native();
+    const std::size_t slash = native.rfind('/');
+    const std::string_view raw = slash == std::string_view::npos ? "" : native.substr(0, slash);
+    if (!valid_ || raw != raw_) {
+      raw_.assign(raw);
+      folder_ = folderOf(file);
+      valid_ = true;
+    }
+    return folder_;
+  }
+
+ private:
+  bool valid_ = false;
+  std::string raw_;
+  std::string folder_;
+};
+
 // The key under which the renamer compares locations: the folder, exactly, and the name's key.
-std::string keyOf(const std::filesystem::path& file) {
-  std::string key = folderOf(file);
+std::string keyOf(const std::string& folder, const std::filesystem::path& file) {
+  std::string key = folder;
   key.push_back('\0');
   key.append(NameKey::of(file.filename().native()).value);
   return key;
@@ -42,18 +64,26 @@ std::filesystem::path temporaryLocation(const FileMove& move, std::string_view t
          TemporaryName::make(tag, index, move.source.filename().native());
 }
 
-std::optional<SafeRenameError> check(std::span<const FileMove> moves, SystemFileRenaming& fs) {
+namespace {
+
+std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, SystemFileRenaming& fs,
+                                          std::vector<FileIdentity>& identities) {
+  identities.reserve(moves.size());
+  FolderCache sourceFolders, destinationFolders;
   std::unordered_set<std::string> sources;
   sources.reserve(moves.size());
   for (const FileMove& m : moves)
-    sources.insert(keyOf(m.source));
+    sources.insert(keyOf(sourceFolders.of(m.source), m.source));
 
   std::unordered_set<std::string> destinations;
   destinations.reserve(moves.size());
   for (const FileMove& m : moves) {
-    if (!fs.fileExists(m.source)) return SafeRenameError::sourceMissing(m.source);
-    if (folderOf(m.source) != folderOf(m.destination)) return SafeRenameError::notSameFolder(m);
-    std::string key = keyOf(m.destination);
+    std::optional<FileIdentity> identity = fs.identity(m.source);
+    if (!identity) return SafeRenameError::sourceMissing(m.source);
+    identities.push_back(*identity);
+    const std::string& folder = destinationFolders.of(m.destination);
+    if (sourceFolders.of(m.source) != folder) return SafeRenameError::notSameFolder(m);
+    std::string key = keyOf(folder, m.destination);
     const bool taken = sources.contains(key);
     if (!destinations.insert(std::move(key)).second) {
       return SafeRenameError::duplicateDestination(m.destination);
@@ -65,9 +95,19 @@ std::optional<SafeRenameError> check(std::span<const FileMove> moves, SystemFile
   return std::nullopt;
 }
 
+}  // namespace
+
+std::optional<SafeRenameError> check(std::span<const FileMove> moves, SystemFileRenaming& fs) {
+  std::vector<FileIdentity> identities;
+  return checkMoves(moves, fs, identities);
+}
+
 Result<AppliedBatch, SafeRenameError> apply(std::span<const FileMove> moves, SystemFileRenaming& fs,
                                             Date date, const ApplyHooks& hooks) {
-  if (std::optional<SafeRenameError> refused = check(moves, fs)) return std::move(*refused);
+  std::vector<FileIdentity> identities;
+  if (std::optional<SafeRenameError> refused = checkMoves(moves, fs, identities)) {
+    return std::move(*refused);
+  }
 
   AppliedBatch batch{Uuid::random(), date, std::vector<FileMove>(moves.begin(), moves.end())};
   if (moves.empty()) return batch;
@@ -80,7 +120,7 @@ Result<AppliedBatch, SafeRenameError> apply(std::span<const FileMove> moves, Sys
     temporary.push_back(temporaryLocation(moves[i], tag, i));
 
   if (hooks.beforeFirstMove) {
-    if (std::optional<IOError> refused = hooks.beforeFirstMove(batch, temporary)) {
+    if (std::optional<IOError> refused = hooks.beforeFirstMove(batch, temporary, identities)) {
       return SafeRenameError::failed(moves[0].source, {}, std::move(refused));
     }
   }

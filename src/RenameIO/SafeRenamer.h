@@ -7,7 +7,8 @@
 //     allowed: that file moves away first. Touches nothing. Whether a destination is taken is asked
 //     of the file system by its exact name: on a case-sensitive disk "IMG.jpg" beside "img.jpg" is
 //     no clash to the kernel, and the preview, which compares the folder's names by key, is what
-//     keeps such names apart.
+//     keeps such names apart. A source exists when SystemFileRenaming::identity finds it (lstat,
+//     as fileExists), which also gives the crash journal each file's identity without asking twice.
 //   apply: check, then two phases. Phase one parks every file under its temporary name (see
 //     TemporaryName); phase two moves every file from there to its destination. Swaps, rotations
 //     and case-only changes on case-insensitive volumes work because no file ever moves straight
@@ -38,11 +39,12 @@ namespace tessane {
 
 // What the crash journal needs to hear from a batch. Both are optional.
 struct ApplyHooks {
-  // After the checks and before the first move, with the batch (id, date, moves) and each move's
-  // temporary location. An error stops the batch before anything moves: it fails with `failed`,
-  // nothing stranded, and that error as its cause.
+  // After the checks and before the first move, with the batch (id, date, moves), each move's
+  // temporary location and the identity its source had at the checks. An error stops the batch
+  // before anything moves: it fails with `failed`, nothing stranded, and that error as its cause.
   std::function<std::optional<IOError>(const AppliedBatch&,
-                                       const std::vector<std::filesystem::path>& temporary)>
+                                       const std::vector<std::filesystem::path>& temporary,
+                                       const std::vector<FileIdentity>& identities)>
       beforeFirstMove;
   // After a failure, once the rollback is over; `stranded` is what could not be put back.
   std::function<void(const std::vector<FileMove>& stranded)> afterRollback;

@@ -14,8 +14,9 @@ Result<AppliedBatch, SafeRenameError> applyJournaled(const std::vector<FileMove>
                                                      std::optional<BatchJournal>& journal) {
   ApplyHooks hooks;
   hooks.beforeFirstMove = [&](const AppliedBatch& batch,
-                              const std::vector<std::filesystem::path>& temporary) {
-    Result<BatchJournal> begun = BatchJournal::begin(journalFolder, batch, temporary, fs);
+                              const std::vector<std::filesystem::path>& temporary,
+                              const std::vector<FileIdentity>& identities) {
+    Result<BatchJournal> begun = BatchJournal::begin(journalFolder, batch, temporary, identities);
     if (!begun) return std::optional<IOError>(begun.error());
     journal.emplace(std::move(begun).value());
     return std::optional<IOError>();

@@ -50,8 +50,9 @@ void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
                       const fs::path& journals, std::size_t diesAt) {
   std::optional<BatchJournal> journal;
   ApplyHooks hooks;
-  hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<fs::path>& temporary) {
-    Result<BatchJournal> begun = BatchJournal::begin(journals, batch, temporary, fs);
+  hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<fs::path>& temporary,
+                              const std::vector<FileIdentity>& identities) {
+    Result<BatchJournal> begun = BatchJournal::begin(journals, batch, temporary, identities);
     if (!begun) return std::optional<IOError>(begun.error());
     journal.emplace(std::move(begun).value());
     return std::optional<IOError>();

@@ -122,7 +122,8 @@ TEST_P(OnRealDisk, DestinationTakenByAnOutsideFileIsRefusedOrSurvives) {
 
   // A file that appears after the checks is not overwritten: the batch rolls back around it.
   ApplyHooks hooks;
-  hooks.beforeFirstMove = [&](const AppliedBatch&, const std::vector<fs::path>&) {
+  hooks.beforeFirstMove = [&](const AppliedBatch&, const std::vector<fs::path>&,
+                              const std::vector<FileIdentity>&) {
     dir().file("y.jpg", "appeared");
     return std::optional<IOError>();
   };
@@ -145,7 +146,8 @@ TEST_P(OnRealDisk, SourceDeletedBetweenCheckAndApply) {
   const std::vector<FileMove> moves{{at("a.jpg"), at("b.jpg")}, {at("b.jpg"), at("a.jpg")}};
   ASSERT_FALSE(SafeRenamer::check(moves, system_));
   ApplyHooks hooks;
-  hooks.beforeFirstMove = [&](const AppliedBatch&, const std::vector<fs::path>&) {
+  hooks.beforeFirstMove = [&](const AppliedBatch&, const std::vector<fs::path>&,
+                              const std::vector<FileIdentity>&) {
     fs::remove(at("b.jpg"));
     return std::optional<IOError>();
   };
