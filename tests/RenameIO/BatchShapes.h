@@ -1,8 +1,8 @@
-// Batch shapes that the renamer's tests run through: plain renames, a rotation of all files,
-// swaps, 3-cycles, case-only changes and a mix of them, over a folder "/card" of a fake file
-// system.
+// Batch shapes that the renamer's tests run through, over a folder "/card" of a fake file system:
+// plain renames, a rotation of all files, swaps, 3-cycles, case-only changes and a mix of them.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -18,7 +18,10 @@ inline std::filesystem::path at(const std::string& name) {
   return std::filesystem::path("/card") / name;
 }
 
-// A batch shape: the files of the folder and the moves over them.
+inline FileMove mv(std::filesystem::path from, std::filesystem::path to) {
+  return FileMove{std::move(from), std::move(to)};
+}
+
 struct Shape {
   std::string label;
   std::vector<std::string> files;
@@ -30,84 +33,54 @@ struct Shape {
       out.push_back(FileMove{at(from), at(to)});
     return out;
   }
+  std::string name(const char* stem, std::size_t i) const {
+    return join({stem, std::to_string(i), ".jpg"});
+  }
+  // `length` files named stem+i... that each take the next one's name (2: a swap).
+  void cycle(const char* stem, std::size_t length) {
+    const std::size_t first = files.size();
+    for (std::size_t j = 0; j < length; ++j) {
+      files.push_back(name(stem, first + j));
+      moves.emplace_back(files.back(), name(stem, first + (j + 1) % length));
+    }
+  }
+  void plain(const char* stem, const char* newStem) {
+    files.push_back(name(stem, files.size()));
+    moves.emplace_back(files.back(), name(newStem, files.size() - 1));
+  }
 };
 
-inline FileMove mv(std::filesystem::path from, std::filesystem::path to) {
-  return FileMove{std::move(from), std::move(to)};
-}
-
-inline std::string numbered(const char* stem, std::size_t i) {
-  return join({stem, std::to_string(i), ".jpg"});
-}
-
-// n plain renames, a rotation of all n, swaps, 3-cycles, case-only changes, and a mix of all.
 inline std::vector<Shape> shapesOf(std::size_t n) {
-  std::vector<Shape> out;
-  Shape plain{"plain", {}, {}};
-  Shape rotation{"rotation", {}, {}};
-  Shape caseOnly{"case-only", {}, {}};
+  std::vector<Shape> out(6);
+  out[0].label = "plain";
+  out[1].label = "rotation";
+  out[2].label = "case-only";
+  out[3].label = "swaps";
+  out[4].label = "3-cycles";
+  out[5].label = "mix";
   for (std::size_t i = 0; i < n; ++i) {
-    plain.files.push_back(numbered("a", i));
-    plain.moves.emplace_back(numbered("a", i), numbered("b", i));
-    rotation.files.push_back(numbered("r", i));
-    rotation.moves.emplace_back(numbered("r", i), numbered("r", (i + 1) % n));
-    caseOnly.files.push_back(numbered("img", i));
-    caseOnly.moves.emplace_back(numbered("img", i), numbered("IMG", i));
+    out[0].plain("a", "b");
+    out[2].plain("img", "IMG");
   }
-  out.push_back(plain);
-  if (n >= 2) out.push_back(rotation);
-  out.push_back(caseOnly);
-  if (n % 2 == 0) {
-    Shape swaps{"swaps", {}, {}};
-    for (std::size_t i = 0; i < n; i += 2) {
-      swaps.files.push_back(numbered("s", i));
-      swaps.files.push_back(numbered("s", i + 1));
-      swaps.moves.emplace_back(numbered("s", i), numbered("s", i + 1));
-      swaps.moves.emplace_back(numbered("s", i + 1), numbered("s", i));
+  out[1].cycle("r", n);
+  for (std::size_t i = 0; i + 2 <= n; i += 2)
+    out[3].cycle("s", 2);
+  for (std::size_t i = 0; i + 3 <= n; i += 3)
+    out[4].cycle("c", 3);
+  // One plain move, a swap, a 3-cycle and a case-only change, again and again.
+  for (std::size_t kind = 0; out[5].moves.size() < n; kind = (kind + 1) % 4) {
+    const std::size_t left = n - out[5].moves.size();
+    if (kind == 1 && left >= 2) {
+      out[5].cycle("x", 2);
+    } else if (kind == 2 && left >= 3) {
+      out[5].cycle("y", 3);
+    } else {
+      out[5].plain(kind == 3 ? "dsc" : "p", kind == 3 ? "DSC" : "q");
     }
-    out.push_back(swaps);
   }
-  if (n % 3 == 0) {
-    Shape cycles{"3-cycles", {}, {}};
-    for (std::size_t i = 0; i < n; i += 3) {
-      for (std::size_t j = 0; j < 3; ++j) {
-        cycles.files.push_back(numbered("c", i + j));
-        cycles.moves.emplace_back(numbered("c", i + j), numbered("c", i + (j + 1) % 3));
-      }
-    }
-    out.push_back(cycles);
-  }
-  if (n >= 4) {
-    // Cycle through the four kinds of move, leaving the last files as a swap or plain moves.
-    Shape mix{"mix", {}, {}};
-    std::size_t i = 0;
-    for (int kind = 0; i < n; kind = (kind + 1) % 4) {
-      if (kind == 0 || n - i < 2) {
-        mix.files.push_back(numbered("p", i));
-        mix.moves.emplace_back(numbered("p", i), numbered("q", i));
-        i += 1;
-      } else if (kind == 1) {
-        mix.files.push_back(numbered("x", i));
-        mix.files.push_back(numbered("x", i + 1));
-        mix.moves.emplace_back(numbered("x", i), numbered("x", i + 1));
-        mix.moves.emplace_back(numbered("x", i + 1), numbered("x", i));
-        i += 2;
-      } else if (kind == 2 && n - i >= 3) {
-        for (std::size_t j = 0; j < 3; ++j) {
-          mix.files.push_back(numbered("y", i + j));
-          mix.moves.emplace_back(numbered("y", i + j), numbered("y", i + (j + 1) % 3));
-        }
-        i += 3;
-      } else {
-        mix.files.push_back(numbered("dsc", i));
-        mix.moves.emplace_back(numbered("dsc", i), numbered("DSC", i));
-        i += 1;
-      }
-    }
-    // An outside file that stays where it is.
-    mix.files.push_back("untouched.jpg");
-    out.push_back(mix);
-  }
+  out[5].files.push_back("untouched.jpg");  // an outside file that stays where it is
+  // Shapes that n can't fill are left out.
+  std::erase_if(out, [n](const Shape& s) { return s.moves.size() != n || s.moves.empty(); });
   return out;
 }
 

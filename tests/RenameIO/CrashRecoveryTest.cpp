@@ -11,16 +11,20 @@
 
 #include "BatchShapes.h"
 #include "FakeFileRenaming.h"
+#include "FileContents.h"
 #include "RenameIO/BatchJournal.h"
 #include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/SafeRenamer.h"
 #include "TempFolder.h"
+#include "TextJoin.h"
 
 namespace tessane {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::entriesIn;
 using testing::FakeFileRenaming;
+using testing::join;
 using testing::Shape;
 using testing::shapesOf;
 using testing::TempFolder;
@@ -33,14 +37,6 @@ fs::path quickFolder() {
   return fs::is_directory("/dev/shm", ec) && ::access("/dev/shm", W_OK) == 0
              ? fs::path("/dev/shm")
              : fs::temp_directory_path();
-}
-
-std::size_t entriesIn(const fs::path& folder) {
-  std::error_code ec;
-  std::size_t n = 0;
-  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-    ++n;
-  return n;
 }
 
 // Runs a journaled batch on `fs` as the application does, except that the process "dies" at move
@@ -63,56 +59,36 @@ void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
   ASSERT_TRUE(journal.has_value());
 }  // the journal's lock goes with the "process"
 
-TEST(CrashRecovery, BatchInterruptedAfterAnyMoveGoesBack) {
+// The batch stops after any of its moves (or after its last, before the history has it); then
+// recovery may itself stop after any of its moves (r = 0: it runs through) and is run again.
+TEST(CrashRecovery, BatchGoesBackWhereverBatchOrRecoveryStopped) {
   for (std::size_t n = 1; n <= 12; ++n) {
     for (const Shape& shape : shapesOf(n)) {
       for (bool caseInsensitive : {false, true}) {
-        const std::vector<FileMove> moves = shape.fileMoves();
         for (std::size_t k = 1; k <= 2 * n + 1; ++k) {
-          SCOPED_TRACE(shape.label + " n=" + std::to_string(n) + " dies at " + std::to_string(k) +
-                       (caseInsensitive ? " case-insensitive" : ""));
-          TempFolder journals(quickFolder());
-          FakeFileRenaming fs(caseInsensitive);
-          for (const std::string& f : shape.files)
-            fs.add(testing::at(f), f);
-          const std::map<std::string, std::string> before = fs.snapshot();
-          crashDuringBatch(moves, fs, journals.path(), k == 2 * n + 1 ? 0 : k);
-          ASSERT_EQ(entriesIn(journals.path()), 1u);
-
-          RecoveryReport report = CrashRecovery::recoverJournals(journals.path(), fs);
-          ASSERT_EQ(report.batches.size(), 1u);
-          EXPECT_TRUE(report.batches[0].notPutBack.empty());
-          EXPECT_EQ(report.batches[0].putBack + report.batches[0].alreadyHome, n);
-          EXPECT_EQ(fs.snapshot(), before);
-          EXPECT_EQ(entriesIn(journals.path()), 0u) << "the journal is removed once all is back";
-          if (HasFailure()) return;
-        }
-      }
-    }
-  }
-}
-
-TEST(CrashRecovery, RecoveryInterruptedAnywhereIsFinishedByTheNext) {
-  for (std::size_t n = 1; n <= 6; ++n) {
-    for (const Shape& shape : shapesOf(n)) {
-      const std::vector<FileMove> moves = shape.fileMoves();
-      for (std::size_t k = 1; k <= 2 * n + 1; ++k) {
-        for (std::size_t r = 1; r <= 2 * n; ++r) {
-          SCOPED_TRACE(shape.label + " n=" + std::to_string(n) + " dies at " + std::to_string(k) +
-                       ", recovery dies at " + std::to_string(r));
-          TempFolder journals(quickFolder());
-          FakeFileRenaming fs(true);
-          for (const std::string& f : shape.files)
-            fs.add(testing::at(f), f);
-          const std::map<std::string, std::string> before = fs.snapshot();
-          crashDuringBatch(moves, fs, journals.path(), k == 2 * n + 1 ? 0 : k);
-          fs.diesAt = fs.moveCount() + r;
-          (void)CrashRecovery::recoverJournals(journals.path(), fs);
-          fs.diesAt = 0;
-          (void)CrashRecovery::recoverJournals(journals.path(), fs);
-          EXPECT_EQ(fs.snapshot(), before);
-          EXPECT_EQ(entriesIn(journals.path()), 0u);
-          if (HasFailure()) return;
+          for (std::size_t r = 0; r <= (n <= 6 ? 2 * n : 0); ++r) {
+            SCOPED_TRACE(join({shape.label, " n=", std::to_string(n), " batch stops at ",
+                               std::to_string(k), " recovery at ", std::to_string(r),
+                               caseInsensitive ? " case-insensitive" : ""}));
+            TempFolder journals(quickFolder());
+            FakeFileRenaming fs(caseInsensitive);
+            for (const std::string& f : shape.files)
+              fs.add(testing::at(f), f);
+            const std::map<std::string, std::string> before = fs.snapshot();
+            crashDuringBatch(shape.fileMoves(), fs, journals.path(), k == 2 * n + 1 ? 0 : k);
+            ASSERT_EQ(entriesIn(journals.path()), 1u);
+            if (r > 0) {
+              fs.diesAt = fs.moveCount() + r;
+              (void)CrashRecovery::recoverJournals(journals.path(), fs);
+              fs.diesAt = 0;
+            }
+            const RecoveryReport report = CrashRecovery::recoverJournals(journals.path(), fs);
+            for (const RecoveredBatch& b : report.batches)
+              EXPECT_TRUE(b.notPutBack.empty());
+            EXPECT_EQ(fs.snapshot(), before);
+            EXPECT_EQ(entriesIn(journals.path()), 0u) << "the journal goes once all is back";
+            if (HasFailure()) return;
+          }
         }
       }
     }
@@ -206,20 +182,6 @@ TEST(CrashRecovery, TemporaryNamesLeadBackWithoutAJournal) {
   EXPECT_TRUE(CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system).empty());
   (void)live.value().finish();
   EXPECT_EQ(CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system).size(), 1u);
-}
-
-TEST(BatchJournal, RecordReadsBack) {
-  JournalRecord r{Uuid::random(), kDate, {}};
-  r.items.push_back({testing::mv("/card/caf\xe9.jpg", "/card/b.jpg"), "/card/.t", {7, 42}});
-  std::optional<JournalRecord> back = JournalRecord::decode(r.encode());
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->batch, r.batch);
-  EXPECT_EQ(back->date, r.date);
-  ASSERT_EQ(back->items.size(), 1u);
-  EXPECT_EQ(back->items[0].move, r.items[0].move);
-  EXPECT_EQ(back->items[0].temporary, "/card/.t");
-  EXPECT_EQ(back->items[0].identity, (FileIdentity{7, 42}));
-  EXPECT_FALSE(JournalRecord::decode("{\"batch\":\"x\",\"date\":0,\"moves\":[]}"));
 }
 
 }  // namespace

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "FileContents.h"
 #include "RenameIO/BatchJournal.h"
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/LinuxFileRenaming.h"
@@ -41,17 +42,6 @@ std::optional<std::string> run(const std::string& command) {
   std::string out = got ? line : "";
   while (!out.empty() && (out.back() == '\n' || out.back() == '\r'))
     out.pop_back();
-  return out;
-}
-
-std::string contentsOf(const fs::path& p) {
-  std::string out;
-  const int fd = ::open(p.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return "(unreadable)";
-  char buffer[4096];
-  for (ssize_t got; (got = ::read(fd, buffer, sizeof buffer)) > 0;)
-    out.append(buffer, static_cast<std::size_t>(got));
-  ::close(fd);
   return out;
 }
 
@@ -91,12 +81,7 @@ class ExfatCard : public ::testing::Test {
     ::close(fd);
   }
   // Every entry by its stored name (the case as written) -> contents.
-  std::map<std::string, std::string> card() const {
-    std::map<std::string, std::string> out;
-    for (const fs::directory_entry& e : fs::directory_iterator(mount_))
-      out[e.path().filename().native()] = contentsOf(e.path());
-    return out;
-  }
+  std::map<std::string, std::string> card() const { return testing::folderContents(mount_); }
 
   TempFolder work_;
   fs::path mount_;

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -36,15 +35,12 @@ class FakeFileRenaming : public SystemFileRenaming {
   // moves from `diesAt` on, as if the process had stopped there.
   std::set<std::size_t> failing;
   std::size_t diesAt = 0;
-  // Called before each move with its number; a test can change the files from there.
-  std::function<void(std::size_t)> beforeMove;
 
   std::size_t moveCount() const { return moves_; }
 
   std::optional<IOError> moveItem(const std::filesystem::path& from,
                                   const std::filesystem::path& to) override {
     ++moves_;
-    if (beforeMove) beforeMove(moves_);
     if (failing.contains(moves_) || (diesAt != 0 && moves_ >= diesAt)) {
       return IOError::fromErrno(EIO, "rename", from);
     }

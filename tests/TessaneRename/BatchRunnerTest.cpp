@@ -7,14 +7,13 @@
 
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <random>
 #include <set>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "FileContents.h"
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/LinuxFileRenaming.h"
 #include "TempFolder.h"
@@ -24,32 +23,12 @@ namespace tessane {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::entriesIn;
+using testing::folderContents;
 using testing::join;
 using testing::TempFolder;
 
 const Date kDate{std::chrono::seconds(1'700'000'000)};
-
-std::string contentsOf(const fs::path& p) {
-  std::ifstream in(p, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-std::map<std::string, std::string> folderContents(const fs::path& folder) {
-  std::map<std::string, std::string> out;
-  for (const fs::directory_entry& e : fs::directory_iterator(folder))
-    out[e.path().filename().native()] = contentsOf(e.path());
-  return out;
-}
-
-std::size_t entriesIn(const fs::path& folder) {
-  std::error_code ec;
-  std::size_t n = 0;
-  for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec))
-    ++n;
-  return n;
-}
 
 TEST(BatchRunner, RecordsTheBatchThenDropsTheJournal) {
   TempFolder photos, data;
