@@ -13,6 +13,7 @@
 
 #include "RenameIO/DurableFile.h"
 #include "RenameIO/FileUrl.h"
+#include "RenameIO/SafeRenamer.h"
 
 namespace tessane {
 namespace {
@@ -30,21 +31,23 @@ std::optional<std::filesystem::path> urlAt(const Json& object, const char* key) 
 std::string JournalRecord::encode() const {
   // Written by hand rather than through a JSON tree: a batch of ten thousand files is written
   // before its first move, so this is on the hot path. Every text is a UUID or a file URL, and
-  // neither holds a character that JSON escapes.
+  // neither holds a character that JSON escapes. The temporary locations are not written: they
+  // follow from the batch's id, each move's index and its source.
   std::string out;
-  out.reserve(64 + items.size() * 256);
+  out.reserve(64 + items.size() * 200);
   out.append("{\"batch\":\"").append(batch.string()).append("\",\"date\":");
   out.append(std::to_string(date.time_since_epoch().count())).append(",\"moves\":[");
   for (std::size_t i = 0; i < items.size(); ++i) {
     const Item& item = items[i];
     if (i > 0) out.push_back(',');
-    out.append("{\"source\":\"").append(FileUrl::fromPath(item.move.source));
-    out.append("\",\"destination\":\"").append(FileUrl::fromPath(item.move.destination));
-    out.append("\",\"temporary\":\"").append(FileUrl::fromPath(item.temporary));
-    out.append("\",\"device\":")
-        .append(std::to_string(static_cast<std::uint64_t>(item.identity.device)));
-    out.append(",\"inode\":")
-        .append(std::to_string(static_cast<std::uint64_t>(item.identity.inode)));
+    out.append("{\"source\":\"");
+    FileUrl::append(out, item.move.source);
+    out.append("\",\"destination\":\"");
+    FileUrl::append(out, item.move.destination);
+    out.append("\",\"device\":");
+    out.append(std::to_string(static_cast<std::uint64_t>(item.identity.device)));
+    out.append(",\"inode\":");
+    out.append(std::to_string(static_cast<std::uint64_t>(item.identity.inode)));
     out.push_back('}');
   }
   out.append("]}");
@@ -66,20 +69,21 @@ std::optional<JournalRecord> JournalRecord::decode(std::string_view json) {
     std::optional<Uuid> id = Uuid::parse(batch->get_ref<const std::string&>());
     if (!id) return std::nullopt;
     r.batch = *id;
+    const std::string tag = id->string().substr(0, 8);
     r.date = Date(std::chrono::microseconds(date->get<std::int64_t>()));
     for (const Json& m : *moves) {
       if (!m.is_object()) return std::nullopt;
       std::optional<std::filesystem::path> source = urlAt(m, "source");
       std::optional<std::filesystem::path> destination = urlAt(m, "destination");
-      std::optional<std::filesystem::path> temporary = urlAt(m, "temporary");
       const auto device = m.find("device");
       const auto inode = m.find("inode");
-      if (!source || !destination || !temporary || device == m.end() ||
-          !device->is_number_unsigned() || inode == m.end() || !inode->is_number_unsigned()) {
+      if (!source || !destination || device == m.end() || !device->is_number_unsigned() ||
+          inode == m.end() || !inode->is_number_unsigned()) {
         return std::nullopt;
       }
-      r.items.push_back(Item{FileMove{std::move(*source), std::move(*destination)},
-                             std::move(*temporary),
+      FileMove move{std::move(*source), std::move(*destination)};
+      std::filesystem::path temporary = SafeRenamer::temporaryLocation(move, tag, r.items.size());
+      r.items.push_back(Item{std::move(move), std::move(temporary),
                              FileIdentity{static_cast<dev_t>(device->get<std::uint64_t>()),
                                           static_cast<ino_t>(inode->get<std::uint64_t>())}});
     }
@@ -97,9 +101,7 @@ std::filesystem::path BatchJournal::fileFor(const std::filesystem::path& folder,
 }
 
 Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
-                                         const AppliedBatch& batch,
-                                         const std::vector<std::filesystem::path>& temporary,
-                                         SystemFileRenaming& fs) {
+                                         const AppliedBatch& batch, SystemFileRenaming& fs) {
   std::vector<FileIdentity> identities;
   identities.reserve(batch.moves.size());
   for (const FileMove& m : batch.moves) {
@@ -107,20 +109,19 @@ Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
     if (!identity) return IOError::fromErrno(ENOENT, "find", m.source);
     identities.push_back(*identity);
   }
-  return begin(folder, batch, temporary, identities);
+  return begin(folder, batch, identities);
 }
 
 Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
                                          const AppliedBatch& batch,
-                                         const std::vector<std::filesystem::path>& temporary,
                                          const std::vector<FileIdentity>& identities) {
-  if (temporary.size() != batch.moves.size() || identities.size() != batch.moves.size()) {
+  if (identities.size() != batch.moves.size()) {
     return IOError::fromErrno(EINVAL, "write", folder);
   }
   JournalRecord record{batch.id, batch.date, {}};
   record.items.reserve(batch.moves.size());
   for (std::size_t i = 0; i < batch.moves.size(); ++i)
-    record.items.push_back(JournalRecord::Item{batch.moves[i], temporary[i], identities[i]});
+    record.items.push_back(JournalRecord::Item{batch.moves[i], {}, identities[i]});
   std::string data;
   try {
     data = record.encode();

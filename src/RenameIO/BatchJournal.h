@@ -2,7 +2,8 @@
 // machine losing power between its first and its last move.
 //
 // Before the first move, begin() writes the batch (its id, its date, and for every move the
-// source, destination and temporary location and the file's device and inode) to
+// source, the destination and the file's device and inode; the temporary locations follow from
+// the id) to
 // "<journal folder>/<batch UUID>.json", flushed to the disk together with the folder, and keeps the
 // file locked (flock) for as long as the BatchJournal lives. finish() removes it, once the batch is
 // recorded in the history or completely rolled back. A process that dies leaves the journal
@@ -45,11 +46,9 @@ class BatchJournal {
   // Records the batch durably; fails (and leaves nothing behind) when it can't be written or a
   // source has vanished.
   static Result<BatchJournal> begin(const std::filesystem::path& folder, const AppliedBatch& batch,
-                                    const std::vector<std::filesystem::path>& temporary,
                                     SystemFileRenaming& fs);
   // The same with the files' identities already known, one per move.
   static Result<BatchJournal> begin(const std::filesystem::path& folder, const AppliedBatch& batch,
-                                    const std::vector<std::filesystem::path>& temporary,
                                     const std::vector<FileIdentity>& identities);
 
   BatchJournal(BatchJournal&& other) noexcept;

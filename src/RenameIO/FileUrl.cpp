@@ -1,34 +1,40 @@
 #include "FileUrl.h"
 
+#include <array>
+#include <string_view>
 #include <system_error>
 
 namespace tessane::FileUrl {
 namespace {
 
-bool isKept(unsigned char c) {
-  if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9')) return true;
-  switch (c) {
-    case '-':
-    case '.':
-    case '_':
-    case '~':
-    case '/':
-    case '!':
-    case '$':
-    case '&':
-    case '\'':
-    case '(':
-    case ')':
-    case '*':
-    case '+':
-    case ',':
-    case ';':
-    case '=':
-    case ':':
-    case '@':
-      return true;
-    default:
-      return false;
+// The bytes written as they are; every other byte is percent-encoded.
+constexpr std::array<bool, 256> kKept = [] {
+  std::array<bool, 256> kept{};
+  for (int c = 'A'; c <= 'Z'; ++c)
+    kept[static_cast<std::size_t>(c)] = true;
+  for (int c = 'a'; c <= 'z'; ++c)
+    kept[static_cast<std::size_t>(c)] = true;
+  for (int c = '0'; c <= '9'; ++c)
+    kept[static_cast<std::size_t>(c)] = true;
+  for (char c : std::string_view("-._~/!$&'()*+,;=:@"))
+    kept[static_cast<unsigned char>(c)] = true;
+  return kept;
+}();
+
+void appendEncoded(std::string& out, std::string_view bytes) {
+  static constexpr char kDigits[] = "0123456789ABCDEF";
+  std::size_t i = 0;
+  while (i < bytes.size()) {
+    std::size_t run = i;
+    while (run < bytes.size() && kKept[static_cast<unsigned char>(bytes[run])])
+      ++run;
+    out.append(bytes.substr(i, run - i));
+    if (run == bytes.size()) break;
+    const auto c = static_cast<unsigned char>(bytes[run]);
+    out.push_back('%');
+    out.push_back(kDigits[c >> 4]);
+    out.push_back(kDigits[c & 0x0F]);
+    i = run + 1;
   }
 }
 
@@ -41,25 +47,20 @@ int hexValue(char c) {
 
 }  // namespace
 
-std::string fromPath(const std::filesystem::path& path) {
-  std::filesystem::path absolute = path;
-  if (!absolute.is_absolute()) {
+void append(std::string& out, const std::filesystem::path& path) {
+  out.append("file://");
+  if (path.is_absolute()) {
+    appendEncoded(out, path.native());
+  } else {
     std::error_code ignored;
-    absolute = std::filesystem::absolute(path, ignored);
+    appendEncoded(out, std::filesystem::absolute(path, ignored).native());
   }
-  static constexpr char kDigits[] = "0123456789ABCDEF";
-  std::string out("file://");
-  out.reserve(out.size() + absolute.native().size() + 16);
-  for (char ch : absolute.native()) {
-    const auto c = static_cast<unsigned char>(ch);
-    if (isKept(c)) {
-      out.push_back(ch);
-    } else {
-      out.push_back('%');
-      out.push_back(kDigits[c >> 4]);
-      out.push_back(kDigits[c & 0x0F]);
-    }
-  }
+}
+
+std::string fromPath(const std::filesystem::path& path) {
+  std::string out;
+  out.reserve(path.native().size() + 16);
+  append(out, path);
   return out;
 }
 

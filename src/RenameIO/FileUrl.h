@@ -13,6 +13,8 @@ namespace tessane::FileUrl {
 
 // The URL of an absolute path; a relative path is made absolute from the current folder first.
 std::string fromPath(const std::filesystem::path& path);
+// The same, appended to `out`.
+void append(std::string& out, const std::filesystem::path& path);
 
 // The path of a "file://" URL (with an empty host or "localhost"); nothing for anything else:
 // another scheme, another host, a bad escape, a relative path, an escaped zero byte.

@@ -13,10 +13,9 @@ Result<AppliedBatch, SafeRenameError> applyJournaled(const std::vector<FileMove>
                                                      const std::filesystem::path& journalFolder,
                                                      std::optional<BatchJournal>& journal) {
   ApplyHooks hooks;
-  hooks.beforeFirstMove = [&](const AppliedBatch& batch,
-                              const std::vector<std::filesystem::path>& temporary,
+  hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<std::filesystem::path>&,
                               const std::vector<FileIdentity>& identities) {
-    Result<BatchJournal> begun = BatchJournal::begin(journalFolder, batch, temporary, identities);
+    Result<BatchJournal> begun = BatchJournal::begin(journalFolder, batch, identities);
     if (!begun) return std::optional<IOError>(begun.error());
     journal.emplace(std::move(begun).value());
     return std::optional<IOError>();

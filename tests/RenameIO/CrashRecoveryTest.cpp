@@ -46,9 +46,9 @@ void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
                       const fs::path& journals, std::size_t diesAt) {
   std::optional<BatchJournal> journal;
   ApplyHooks hooks;
-  hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<fs::path>& temporary,
+  hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<fs::path>&,
                               const std::vector<FileIdentity>& identities) {
-    Result<BatchJournal> begun = BatchJournal::begin(journals, batch, temporary, identities);
+    Result<BatchJournal> begun = BatchJournal::begin(journals, batch, identities);
     if (!begun) return std::optional<IOError>(begun.error());
     journal.emplace(std::move(begun).value());
     return std::optional<IOError>();
@@ -133,8 +133,8 @@ TEST(CrashRecovery, RunningBatchesAndUnreadableJournalsAreLeftAlone) {
   const AppliedBatch batch{
       Uuid::random(), kDate, {testing::mv(testing::at("a.jpg"), testing::at("b.jpg"))}};
   const std::vector<fs::path> temporary{
-      SafeRenamer::temporaryLocation(batch.moves[0], "ABCDEF01", 0)};
-  Result<BatchJournal> live = BatchJournal::begin(journals.path(), batch, temporary, fs);
+      SafeRenamer::temporaryLocation(batch.moves[0], batch.id.string().substr(0, 8), 0)};
+  Result<BatchJournal> live = BatchJournal::begin(journals.path(), batch, fs);
   ASSERT_TRUE(live.ok()) << live.error().message();
   ASSERT_FALSE(fs.moveItem(testing::at("a.jpg"), temporary[0]));
 
@@ -175,8 +175,7 @@ TEST(CrashRecovery, TemporaryNamesLeadBackWithoutAJournal) {
   AppliedBatch batch{*Uuid::parse("3F2A9C01-1111-4222-8333-444455556666"),
                      kDate,
                      {testing::mv(dir.path() / "_QM19581.ARW", dir.path() / "x.ARW")}};
-  Result<BatchJournal> live =
-      BatchJournal::begin(journals.path(), batch, {dir.path() / "unused"}, fake);
+  Result<BatchJournal> live = BatchJournal::begin(journals.path(), batch, fake);
   ASSERT_TRUE(live.ok());
   fs::rename(dir.path() / "_QM19581.ARW", dir.path() / ".tessane-3F2A9C01-0-_QM19581.ARW");
   EXPECT_TRUE(CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system).empty());

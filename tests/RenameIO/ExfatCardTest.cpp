@@ -164,8 +164,9 @@ TEST_F(ExfatCard, InterruptedBatchGoesBack) {
     const AppliedBatch batch{Uuid::random(), kDate, moves};
     std::vector<fs::path> temporary;
     for (std::size_t i = 0; i < moves.size(); ++i)
-      temporary.push_back(SafeRenamer::temporaryLocation(moves[i], "0BADF00D", i));
-    Result<BatchJournal> journal = BatchJournal::begin(journals.path(), batch, temporary, system_);
+      temporary.push_back(
+          SafeRenamer::temporaryLocation(moves[i], batch.id.string().substr(0, 8), i));
+    Result<BatchJournal> journal = BatchJournal::begin(journals.path(), batch, system_);
     ASSERT_TRUE(journal.ok()) << journal.error().message();
     // The process dies halfway through phase two.
     for (std::size_t i = 0; i < moves.size(); ++i)
