@@ -121,6 +121,17 @@ static std::string quoted(const std::filesystem::path& p) {
   return out;
 }
 
+namespace {
+
+// An open journal whose lock this process holds; closing it releases the lock.
+struct HeldJournal {
+  std::filesystem::path path;
+  int fd = -1;
+  JournalRecord record;
+};
+
+}  // namespace
+
 RecoveryReport recoverJournals(const std::filesystem::path& journalFolder, SystemFileRenaming& fs) {
   RecoveryReport report;
   std::error_code ec;
@@ -130,18 +141,15 @@ RecoveryReport recoverJournals(const std::filesystem::path& journalFolder, Syste
     entries.push_back(it->path());
   }
   std::sort(entries.begin(), entries.end());
+  std::vector<HeldJournal> held;
   for (const std::filesystem::path& path : entries) {
     const std::string name = path.filename().native();
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
     if (fd < 0) continue;
     // A journal whose lock is taken belongs to a batch that is running right now.
-    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-      ::close(fd);
-      continue;
-    }
     struct stat st {};
-    if (::fstat(fd, &st) != 0 || st.st_nlink == 0) {  // finished while we were opening it
-      ::close(fd);
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0 || ::fstat(fd, &st) != 0 || st.st_nlink == 0) {
+      ::close(fd);  // running, or finished while we were opening it
       continue;
     }
     if (name.starts_with('.')) {
@@ -150,23 +158,27 @@ RecoveryReport recoverJournals(const std::filesystem::path& journalFolder, Syste
       ::close(fd);
       continue;
     }
-    if (!name.ends_with(".json")) {
-      ::close(fd);
-      continue;
-    }
-    std::optional<JournalRecord> record = JournalRecord::decode(readAll(fd));
+    std::optional<JournalRecord> record;
+    if (name.ends_with(".json")) record = JournalRecord::decode(readAll(fd));
     if (!record) {
-      report.unreadableJournals.push_back(path);
+      if (name.ends_with(".json")) report.unreadableJournals.push_back(path);
       ::close(fd);
       continue;
     }
-    RecoveredBatch batch = putBack(*record, fs);
+    held.push_back(HeldJournal{path, fd, std::move(*record)});
+  }
+  // The newest batch first: an older batch left behind over the same files went before it.
+  std::stable_sort(held.begin(), held.end(), [](const HeldJournal& a, const HeldJournal& b) {
+    return a.record.date > b.record.date;
+  });
+  for (HeldJournal& journal : held) {
+    RecoveredBatch batch = putBack(journal.record, fs);
     if (batch.notPutBack.empty()) {
-      if (::unlink(path.c_str()) == 0) (void)DurableFile::syncFolder(journalFolder);
+      if (::unlink(journal.path.c_str()) == 0) (void)DurableFile::syncFolder(journalFolder);
     } else {
       batch.journalKept = true;
     }
-    ::close(fd);
+    ::close(journal.fd);
     report.batches.push_back(std::move(batch));
   }
   return report;

@@ -43,7 +43,7 @@ fs::path quickFolder() {
 // number `diesAt` (0: it dies after the batch, before the history has it): the journal is left
 // behind and the files stay wherever they were.
 void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
-                      const fs::path& journals, std::size_t diesAt) {
+                      const fs::path& journals, std::size_t diesAt, Date date = kDate) {
   std::optional<BatchJournal> journal;
   ApplyHooks hooks;
   hooks.beforeFirstMove = [&](const AppliedBatch& batch, const std::vector<fs::path>&,
@@ -54,7 +54,7 @@ void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
     return std::optional<IOError>();
   };
   fs.diesAt = diesAt;
-  (void)SafeRenamer::apply(moves, fs, kDate, hooks);
+  (void)SafeRenamer::apply(moves, fs, date, hooks);
   fs.diesAt = 0;
   ASSERT_TRUE(journal.has_value());
 }  // the journal's lock goes with the "process"
@@ -124,6 +124,28 @@ TEST(CrashRecovery, NameTakenMeanwhileIsReportedAndRetriedLater) {
             "A rename was interrupted; its 2 files are back at the names they "
             "had before it.\n");
   EXPECT_TRUE(CrashRecovery::recoverJournals(journals.path(), fs).empty());
+}
+
+TEST(CrashRecovery, NewerBatchesGoBackFirst) {
+  TempFolder journals;
+  FakeFileRenaming fs;
+  fs.add(testing::at("a.jpg"), "a");
+  // Two batches left behind over the same file; the older journal's file comes first by name.
+  const auto leaveJournal = [&](const char* from, const char* to, Date date, const char* as) {
+    crashDuringBatch({testing::mv(testing::at(from), testing::at(to))}, fs, journals.path(), 0,
+                     date);
+    for (const fs::directory_entry& e : fs::directory_iterator(journals.path())) {
+      if (!e.path().filename().native().starts_with("00000000")) {
+        fs::rename(e.path(), journals.path() / join({as, "-0000-4000-8000-000000000000.json"}));
+      }
+    }
+  };
+  leaveJournal("a.jpg", "b.jpg", kDate, "00000000");
+  leaveJournal("b.jpg", "c.jpg", kDate + std::chrono::seconds(1), "FFFFFFFF");
+  const RecoveryReport report = CrashRecovery::recoverJournals(journals.path(), fs);
+  ASSERT_EQ(report.batches.size(), 2u);
+  EXPECT_EQ(fs.snapshot(), (std::map<std::string, std::string>{{"/card/a.jpg", "a"}}));
+  EXPECT_EQ(entriesIn(journals.path()), 0u);
 }
 
 TEST(CrashRecovery, RunningBatchesAndUnreadableJournalsAreLeftAlone) {
