@@ -8,6 +8,7 @@ packages=(
   libexiv2-dev libavformat-dev libtag1-dev libpoppler-cpp-dev
   qt6-base-dev
   libgtest-dev libgmock-dev libbenchmark-dev
+  exfatprogs exfat-fuse
 )
 
 missing=()

@@ -20,12 +20,12 @@ struct IOError {
   std::string message() const;
 };
 
-// A value or the error that prevented it.
-template <typename T>
+// A value or the error that prevented it (an IOError unless the operation has errors of its own).
+template <typename T, typename E = IOError>
 class Result {
  public:
-  Result(T value) : v_(std::move(value)) {}        // NOLINT: implicit by design
-  Result(IOError error) : v_(std::move(error)) {}  // NOLINT: implicit by design
+  Result(T value) : v_(std::move(value)) {}  // NOLINT: implicit by design
+  Result(E error) : v_(std::move(error)) {}  // NOLINT: implicit by design
 
   bool ok() const noexcept { return v_.index() == 0; }
   explicit operator bool() const noexcept { return ok(); }
@@ -33,10 +33,10 @@ class Result {
   T& value() & { return std::get<0>(v_); }
   const T& value() const& { return std::get<0>(v_); }
   T&& value() && { return std::get<0>(std::move(v_)); }
-  const IOError& error() const { return std::get<1>(v_); }
+  const E& error() const { return std::get<1>(v_); }
 
  private:
-  std::variant<T, IOError> v_;
+  std::variant<T, E> v_;
 };
 
 }  // namespace tessane

@@ -9,7 +9,10 @@
 #include "RenameEngine/BlockedName.h"
 #include "RenameEngine/FileName.h"
 #include "RenameEngine/Unicode.h"
+#include "RenameIO/CrashRecovery.h"
+#include "RenameIO/DataFolder.h"
 #include "RenameIO/FolderListing.h"
+#include "RenameIO/LinuxFileRenaming.h"
 
 namespace {
 
@@ -96,10 +99,18 @@ int list(const std::string& folder) {
   return kExitOk;
 }
 
+// A batch that a killed process left half done is put back before anything else happens.
+void recoverInterruptedBatches() {
+  LinuxFileRenaming system;
+  const RecoveryReport report = CrashRecovery::recoverJournals(DataFolder::journalFolder(), system);
+  if (!report.empty()) std::fprintf(stderr, "tessane: %s", report.summary().c_str());
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::vector<std::string> args(argv + 1, argv + argc);
+  recoverInterruptedBatches();
   if (args.empty()) {
     printUsage(stderr);
     return kExitUsage;

@@ -1,0 +1,34 @@
+// The name a file had before this system first renamed it, kept inside the file itself as the
+// extended attribute "user.com.tessane.originalName" (its value: the name's UTF-8 bytes, nothing
+// more), so that "Restore Original Names" works after the history is cleared or the files have
+// moved to another computer.
+//
+//   read: the remembered name, or nothing (no attribute, an empty or unreadable one, a value that
+//     is not UTF-8). Never fails.
+//   remember: records the name unless the file already has one. The first name wins, even against
+//     a concurrent writer (XATTR_CREATE). A refusal (read-only volume, no permission, a file
+//     system without user attributes) is silent: the history can always undo a rename.
+//
+// Symbolic links are never followed: a link's own attribute is read and written (Linux refuses
+// user attributes on links, so a link simply has no original name).
+//
+//   keepsAttributesNatively: whether the file's volume stores extended attributes itself, judged
+//     by the statfs type: ext2/3/4, btrfs, xfs, f2fs, zfs, bcachefs, tmpfs, hfsplus, apfs. Memory
+//     cards and exchange or network drives (vfat, exfat, ntfs, FUSE, SMB, NFS) are not, nor is a
+//     path statfs can't answer for. This is what the setting value "macDisksOnly" asks about.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tessane::OriginalName {
+
+inline constexpr char kAttribute[] = "user.com.tessane.originalName";
+
+std::optional<std::string> read(const std::filesystem::path& file);
+void remember(const std::filesystem::path& file, std::string_view name);
+bool keepsAttributesNatively(const std::filesystem::path& file);
+
+}  // namespace tessane::OriginalName

@@ -1,0 +1,41 @@
+// Why a batch was refused before anything moved, or failed halfway.
+//
+// The first four cases come from the checks and mean nothing changed on disk. `failed` means a
+// move failed after the checks passed; everything was put back except the files in `stranded`,
+// each given as a move from where the file now is to where it was before the batch.
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "RenameIO/FileMove.h"
+#include "RenameIO/IOError.h"
+
+namespace tessane {
+
+struct SafeRenameError {
+  enum class Case { sourceMissing, notSameFolder, duplicateDestination, destinationExists, failed };
+
+  Case kind = Case::failed;
+  // sourceMissing: the source; duplicateDestination, destinationExists: the destination;
+  // failed: the source of the file whose move failed; notSameFolder: the move's source.
+  std::filesystem::path url;
+  FileMove move;                   // notSameFolder: the offending move
+  std::vector<FileMove> stranded;  // failed: files not put back, ascending batch order
+  std::optional<IOError> cause;    // failed: what the system answered
+
+  static SafeRenameError sourceMissing(std::filesystem::path source);
+  static SafeRenameError notSameFolder(FileMove move);
+  static SafeRenameError duplicateDestination(std::filesystem::path destination);
+  static SafeRenameError destinationExists(std::filesystem::path destination);
+  static SafeRenameError failed(std::filesystem::path file, std::vector<FileMove> stranded,
+                                std::optional<IOError> cause);
+
+  // The text shown to the user, with the file's name in curly quotes. Empty for `failed` with
+  // stranded files: those are reported file by file by whoever shows them.
+  std::string message() const;
+};
+
+}  // namespace tessane

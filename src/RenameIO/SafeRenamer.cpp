@@ -1,0 +1,174 @@
+#include "SafeRenamer.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+#include "RenameEngine/NameKey.h"
+#include "RenameIO/TemporaryName.h"
+
+namespace tessane::SafeRenamer {
+namespace {
+
+// The standard folder of each file, computed once per distinct spelling of a folder: a batch's
+// files nearly always share one.
+class FolderCache {
+ public:
+  const std::string& of(const std::filesystem::path& file) {
+    std::string_view native = file.native();
+    const std::size_t slash = native.rfind('/');
+    const std::string_view raw = slash == std::string_view::npos ? "" : native.substr(0, slash);
+    if (!valid_ || raw != raw_) {
+      raw_.assign(raw);
+      folder_ = folderOf(file);
+      valid_ = true;
+    }
+    return folder_;
+  }
+
+ private:
+  bool valid_ = false;
+  std::string raw_;
+  std::string folder_;
+};
+
+// The key under which the renamer compares locations: the folder, exactly, and the name's key.
+std::string keyOf(const std::string& folder, const std::filesystem::path& file) {
+  std::string key = folder;
+  key.push_back('\0');
+  key.append(NameKey::of(file.filename().native()).value);
+  return key;
+}
+
+enum class Phase : unsigned char { park, place };
+
+struct Step {
+  std::size_t index;
+  Phase phase;  // park: the file came from its source; place: from its temporary location
+};
+
+}  // namespace
+
+std::string folderOf(const std::filesystem::path& file) {
+  std::string folder = file.parent_path().lexically_normal().native();
+  while (folder.size() > 1 && folder.back() == '/')
+    folder.pop_back();
+  if (folder.empty()) folder.push_back('.');
+  return folder;
+}
+
+std::filesystem::path temporaryLocation(const FileMove& move, std::string_view tag,
+                                        std::size_t index) {
+  return move.source.parent_path() /
+         TemporaryName::make(tag, index, move.source.filename().native());
+}
+
+namespace {
+
+std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, SystemFileRenaming& fs,
+                                          std::vector<FileIdentity>& identities) {
+  identities.reserve(moves.size());
+  FolderCache sourceFolders, destinationFolders;
+  std::unordered_set<std::string> sources;
+  sources.reserve(moves.size());
+  for (const FileMove& m : moves)
+    sources.insert(keyOf(sourceFolders.of(m.source), m.source));
+
+  std::unordered_set<std::string> destinations;
+  destinations.reserve(moves.size());
+  for (const FileMove& m : moves) {
+    std::optional<FileIdentity> identity = fs.identity(m.source);
+    if (!identity) return SafeRenameError::sourceMissing(m.source);
+    identities.push_back(*identity);
+    const std::string& folder = destinationFolders.of(m.destination);
+    if (sourceFolders.of(m.source) != folder) return SafeRenameError::notSameFolder(m);
+    std::string key = keyOf(folder, m.destination);
+    const bool taken = sources.contains(key);
+    if (!destinations.insert(std::move(key)).second) {
+      return SafeRenameError::duplicateDestination(m.destination);
+    }
+    if (!taken && fs.fileExists(m.destination)) {
+      return SafeRenameError::destinationExists(m.destination);
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<SafeRenameError> check(std::span<const FileMove> moves, SystemFileRenaming& fs) {
+  std::vector<FileIdentity> identities;
+  return checkMoves(moves, fs, identities);
+}
+
+Result<AppliedBatch, SafeRenameError> apply(std::span<const FileMove> moves, SystemFileRenaming& fs,
+                                            Date date, const ApplyHooks& hooks) {
+  std::vector<FileIdentity> identities;
+  if (std::optional<SafeRenameError> refused = checkMoves(moves, fs, identities)) {
+    return std::move(*refused);
+  }
+
+  AppliedBatch batch{Uuid::random(), date, std::vector<FileMove>(moves.begin(), moves.end())};
+  if (moves.empty()) return batch;
+
+  const std::string tag = batch.id.string().substr(0, 8);
+  const std::size_t n = moves.size();
+  std::vector<std::filesystem::path> temporary;
+  temporary.reserve(n);
+  for (std::size_t i = 0; i < n; ++i)
+    temporary.push_back(temporaryLocation(moves[i], tag, i));
+
+  if (hooks.beforeFirstMove) {
+    if (std::optional<IOError> refused = hooks.beforeFirstMove(batch, temporary, identities)) {
+      return SafeRenameError::failed(moves[0].source, {}, std::move(refused));
+    }
+  }
+
+  // Where each file is now, as a pointer into the sources, the temporaries or the destinations.
+  std::vector<const std::filesystem::path*> current(n);
+  for (std::size_t i = 0; i < n; ++i)
+    current[i] = &moves[i].source;
+  std::vector<Step> done;
+  done.reserve(2 * n);
+
+  std::optional<IOError> error;
+  std::size_t failedIndex = 0;
+  for (Phase phase : {Phase::park, Phase::place}) {
+    for (std::size_t i = 0; i < n && !error; ++i) {
+      const std::filesystem::path& target =
+          phase == Phase::park ? temporary[i] : moves[i].destination;
+      error = fs.moveItem(*current[i], target);
+      if (error) {
+        failedIndex = i;
+      } else {
+        current[i] = &target;
+        done.push_back(Step{i, phase});
+      }
+    }
+    if (error) break;
+  }
+  if (!error) return batch;
+
+  // Undo every step from the last to the first. A file whose step back fails stays where it is.
+  std::vector<bool> stuck(n, false);
+  for (auto step = done.rbegin(); step != done.rend(); ++step) {
+    const std::size_t i = step->index;
+    if (stuck[i]) continue;
+    const std::filesystem::path& previous =
+        step->phase == Phase::park ? moves[i].source : temporary[i];
+    if (fs.moveItem(*current[i], previous)) {
+      stuck[i] = true;
+    } else {
+      current[i] = &previous;
+    }
+  }
+  std::vector<FileMove> stranded;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (stuck[i]) stranded.push_back(FileMove{*current[i], moves[i].source});
+  }
+  if (hooks.afterRollback) hooks.afterRollback(stranded);
+  return SafeRenameError::failed(moves[failedIndex].source, std::move(stranded), std::move(error));
+}
+
+}  // namespace tessane::SafeRenamer

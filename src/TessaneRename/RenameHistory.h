@@ -1,0 +1,105 @@
+// Every batch the system performed, newest first, so that the user can go back to the names the
+// files had before it. Shared by the application and the command-line tool through one file,
+// History.json in the data folder.
+//
+// Rules kept here:
+//   - add: a new entry (fresh id, the date, not reverted) goes in front; then the oldest leave
+//     until at most 50 remain, and, while at least two remain, until the moves of all entries
+//     number at most 20,000. The newest entry always stays, however large.
+//   - markReverted: the entry with that id is reverted; an unknown id changes nothing.
+//   - clear: no entries.
+// Every change starts a save. Saves run in the background, one after another (each waits for the
+// previous), so the last written is the newest; each is written atomically and durably. A failed
+// save is ignored: the history in memory stays as it is.
+//
+// The file: a JSON array of {"id", "date", "kind", "moves": [{"source", "destination"}],
+// "isReverted"}, newest first, on one line; the id an upper-case UUID, the date seconds since
+// 2001-01-01 00:00:00 UTC as a number, each location a "file://" URL. Loading a file that is
+// missing, unreadable or anything but such an array gives an empty history, without a message.
+//
+// A reference type owned by one thread; only saving happens elsewhere. The destructor waits for
+// the last save.
+#pragma once
+
+#include <filesystem>
+#include <future>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "RenameEngine/MetadataValue.h"
+#include "RenameEngine/Uuid.h"
+#include "RenameIO/FileMove.h"
+
+namespace tessane {
+
+class RenameHistory {
+ public:
+  enum class Kind { rename, restoreOriginals };
+
+  struct Move {
+    std::filesystem::path source;       // before the move
+    std::filesystem::path destination;  // after it
+    friend bool operator==(const Move&, const Move&) = default;
+  };
+
+  struct Entry {
+    Uuid id;
+    Date date;
+    Kind kind = Kind::rename;
+    std::vector<Move> moves;  // in the order performed
+    bool isReverted = false;
+    friend bool operator==(const Entry&, const Entry&) = default;
+  };
+
+  static constexpr std::size_t kMaxEntries = 50;
+  static constexpr std::size_t kMaxMoves = 20000;
+
+  // Without a file the history is kept in memory only.
+  explicit RenameHistory(std::optional<std::filesystem::path> file = std::nullopt,
+                         std::vector<Entry> entries = {});
+  // The history kept in `file`, empty when the file can't be read as one.
+  static RenameHistory load(const std::filesystem::path& file);
+  ~RenameHistory();
+  RenameHistory(const RenameHistory&) = delete;
+  RenameHistory& operator=(const RenameHistory&) = delete;
+  RenameHistory(RenameHistory&&) = default;
+  RenameHistory& operator=(RenameHistory&&) = default;
+
+  const std::vector<Entry>& entries() const noexcept { return entries_; }
+  const std::optional<std::filesystem::path>& file() const noexcept { return file_; }
+
+  // Records a batch and returns its entry's id.
+  Uuid add(Kind kind, const std::vector<FileMove>& moves, Date date);
+  Uuid add(Kind kind, const std::vector<FileMove>& moves);  // dated now
+  void markReverted(const Uuid& id);
+  void clear();
+
+  // The newest entry not yet reverted: what Undo goes back from.
+  const Entry* newestNotReverted() const;
+  // The distinct folders of an entry's sources, in order of first appearance.
+  static std::vector<std::filesystem::path> foldersOf(const Entry& entry);
+  // The moves that go back from an entry: each destination to its source, in the same order.
+  static std::vector<FileMove> reversal(const Entry& entry);
+  // "12 files back to their previous names" or "… to their original names".
+  static std::string goBackLabel(const Entry& entry);
+
+  // Blocks until every save started so far has finished.
+  void waitForSaves();
+
+  // The file's form, for the file and for tests.
+  static std::string encode(const std::vector<Entry>& entries);
+  static std::optional<std::vector<Entry>> decode(std::string_view json);
+
+  static std::string_view rawValue(Kind kind) noexcept;
+
+ private:
+  void save();
+
+  std::vector<Entry> entries_;
+  std::optional<std::filesystem::path> file_;
+  std::future<void> saveTask_;
+};
+
+}  // namespace tessane

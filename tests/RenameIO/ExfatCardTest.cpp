@@ -1,0 +1,185 @@
+// The renamer on a memory card's file system: exFAT in an image on a loop device, mounted through
+// FUSE as a camera card is on many desktops. There the exclusive-rename flag is refused (EINVAL),
+// names are case-insensitive (a case-only rename onto itself is refused with EEXIST), and hard
+// links and extended attributes are refused. Needs root, exfatprogs and exfat-fuse; skips
+// otherwise.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "FileContents.h"
+#include "RenameIO/BatchJournal.h"
+#include "RenameIO/CrashRecovery.h"
+#include "RenameIO/LinuxFileRenaming.h"
+#include "RenameIO/OriginalName.h"
+#include "RenameIO/SafeRenamer.h"
+#include "TempFolder.h"
+#include "TextJoin.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::join;
+using testing::TempFolder;
+
+const Date kDate{std::chrono::seconds(1'700'000'000)};
+
+// Runs a shell command; its first line of output, or nothing when it fails.
+std::optional<std::string> run(const std::string& command) {
+  std::FILE* pipe = ::popen(join({command, " 2>/dev/null"}).c_str(), "r");
+  if (pipe == nullptr) return std::nullopt;
+  char line[512] = {};
+  const bool got = std::fgets(line, sizeof line, pipe) != nullptr;
+  const int status = ::pclose(pipe);
+  if (status != 0) return std::nullopt;
+  std::string out = got ? line : "";
+  while (!out.empty() && (out.back() == '\n' || out.back() == '\r'))
+    out.pop_back();
+  return out;
+}
+
+class ExfatCard : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (::geteuid() != 0) GTEST_SKIP() << "mounting an exFAT image needs root";
+    const fs::path image = work_.path() / "card.img";
+    mount_ = work_.path() / "card";
+    fs::create_directory(mount_);
+    if (!run(join({"truncate -s 32M '", image.native(), "'"})) ||
+        !run(join({"mkfs.exfat '", image.native(), "' >/dev/null"}))) {
+      GTEST_SKIP() << "can't make an exFAT image (is exfatprogs installed?)";
+    }
+    std::optional<std::string> device = run(join({"losetup -f --show '", image.native(), "'"}));
+    if (!device || device->empty()) GTEST_SKIP() << "no loop device available";
+    device_ = *device;
+    if (!run(join({"mount.exfat-fuse '", device_, "' '", mount_.native(), "' >/dev/null"}))) {
+      GTEST_SKIP() << "can't mount exFAT through FUSE (is exfat-fuse installed?)";
+    }
+    mounted_ = true;
+  }
+
+  void TearDown() override {
+    if (mounted_) {
+      for (int attempt = 0; attempt < 50 && ::umount(mount_.c_str()) != 0; ++attempt)
+        ::usleep(100'000);
+    }
+    if (!device_.empty()) (void)run(join({"losetup -d '", device_, "'"}));
+  }
+
+  fs::path at(const std::string& name) const { return mount_ / name; }
+  void file(const std::string& name, const std::string& contents) const {
+    const int fd = ::open(at(name).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    ASSERT_GE(fd, 0) << name;
+    ASSERT_EQ(::write(fd, contents.data(), contents.size()), static_cast<ssize_t>(contents.size()));
+    ::close(fd);
+  }
+  // Every entry by its stored name (the case as written) -> contents.
+  std::map<std::string, std::string> card() const { return testing::folderContents(mount_); }
+
+  TempFolder work_;
+  fs::path mount_;
+  std::string device_;
+  bool mounted_ = false;
+  LinuxFileRenaming system_;
+};
+
+TEST_F(ExfatCard, ReservationStandsInForTheRefusedFlag) {
+  file("a.jpg", "a");
+  file("b.jpg", "b");
+  file("img.jpg", "i");
+  ASSERT_EQ(
+      ::renameat2(AT_FDCWD, at("a.jpg").c_str(), AT_FDCWD, at("c.jpg").c_str(), RENAME_NOREPLACE),
+      -1);
+  ASSERT_EQ(errno, EINVAL) << "this card takes the flag; the reservation path is not exercised";
+
+  EXPECT_FALSE(system_.moveItem(at("a.jpg"), at("c.jpg")));
+  std::optional<IOError> e = system_.moveItem(at("c.jpg"), at("B.JPG"));
+  ASSERT_TRUE(e);
+  EXPECT_EQ(e->code, EEXIST) << "a name taken up to case is taken";
+  e = system_.moveItem(at("img.jpg"), at("IMG.JPG"));
+  ASSERT_TRUE(e) << "a case-only rename can't go straight";
+  EXPECT_TRUE(system_.moveItem(at("gone.jpg"), at("d.jpg")));
+  EXPECT_EQ(card(),
+            (std::map<std::string, std::string>{{"c.jpg", "a"}, {"b.jpg", "b"}, {"img.jpg", "i"}}))
+      << "nothing overwritten, no reservation left behind";
+}
+
+TEST_F(ExfatCard, CaseOnlyChangesSwapsAndRotations) {
+  file("img_0001.jpg", "1");
+  file("img_0002.jpg", "2");
+  file("A.JPG", "a");
+  file("B.JPG", "b");
+  file("r1.mp4", "r1");
+  file("r2.mp4", "r2");
+  file("r3.mp4", "r3");
+  const std::vector<FileMove> moves{{at("img_0001.jpg"), at("IMG_0001.JPG")},
+                                    {at("img_0002.jpg"), at("Img_0002.jpg")},
+                                    {at("A.JPG"), at("B.JPG")},
+                                    {at("B.JPG"), at("a.jpg")},
+                                    {at("r1.mp4"), at("r2.mp4")},
+                                    {at("r2.mp4"), at("r3.mp4")},
+                                    {at("r3.mp4"), at("r1.mp4")}};
+  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(moves, system_, kDate);
+  ASSERT_TRUE(r.ok()) << r.error().message();
+  EXPECT_EQ(card(), (std::map<std::string, std::string>{{"IMG_0001.JPG", "1"},
+                                                        {"Img_0002.jpg", "2"},
+                                                        {"B.JPG", "a"},
+                                                        {"a.jpg", "b"},
+                                                        {"r1.mp4", "r3"},
+                                                        {"r2.mp4", "r1"},
+                                                        {"r3.mp4", "r2"}}));
+
+  // A name held by a file outside the batch, differing in case, is refused up front.
+  file("other.jpg", "o");
+  r = SafeRenamer::apply(std::vector<FileMove>{{at("a.jpg"), at("OTHER.JPG")}}, system_, kDate);
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().kind, SafeRenameError::Case::destinationExists);
+}
+
+TEST_F(ExfatCard, OriginalNameIsSilentlySkipped) {
+  file("_QM19581.ARW", "raw");
+  EXPECT_FALSE(OriginalName::keepsAttributesNatively(at("_QM19581.ARW")))
+      << "a card is not a disk that keeps attributes";
+  OriginalName::remember(at("_QM19581.ARW"), "_QM19581.ARW");  // as with the setting "always"
+  EXPECT_FALSE(OriginalName::read(at("_QM19581.ARW")));
+  EXPECT_EQ(card(), (std::map<std::string, std::string>{{"_QM19581.ARW", "raw"}}))
+      << "no companion file appears beside the photo";
+}
+
+TEST_F(ExfatCard, InterruptedBatchGoesBack) {
+  TempFolder journals;
+  file("A.JPG", "a");
+  file("B.JPG", "b");
+  file("c.jpg", "c");
+  const std::vector<FileMove> moves{
+      {at("A.JPG"), at("B.JPG")}, {at("B.JPG"), at("A.JPG")}, {at("c.jpg"), at("C.JPG")}};
+  {
+    const AppliedBatch batch{Uuid::random(), kDate, moves};
+    std::vector<fs::path> temporary;
+    for (std::size_t i = 0; i < moves.size(); ++i)
+      temporary.push_back(
+          SafeRenamer::temporaryLocation(moves[i], batch.id.string().substr(0, 8), i));
+    Result<BatchJournal> journal = BatchJournal::begin(journals.path(), batch, system_);
+    ASSERT_TRUE(journal.ok()) << journal.error().message();
+    // The process dies halfway through phase two.
+    for (std::size_t i = 0; i < moves.size(); ++i)
+      ASSERT_FALSE(system_.moveItem(moves[i].source, temporary[i]));
+    ASSERT_FALSE(system_.moveItem(temporary[0], moves[0].destination));
+    ASSERT_FALSE(system_.moveItem(temporary[2], moves[2].destination));
+  }
+  const RecoveryReport report = CrashRecovery::recoverJournals(journals.path(), system_);
+  ASSERT_EQ(report.batches.size(), 1u);
+  EXPECT_TRUE(report.batches[0].notPutBack.empty()) << report.summary();
+  EXPECT_EQ(card(),
+            (std::map<std::string, std::string>{{"A.JPG", "a"}, {"B.JPG", "b"}, {"c.jpg", "c"}}));
+}
+
+}  // namespace
+}  // namespace tessane

@@ -1,0 +1,89 @@
+// An in-memory file system for the renamer's tests: each file has an identity and contents, and
+// moves can be made to fail on chosen calls. It may behave like a case-insensitive volume (names
+// compared by NameKey, so even a case-only rename of one file onto itself is refused, as the
+// exclusive rename does on such volumes).
+#pragma once
+
+#include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "RenameEngine/NameKey.h"
+#include "RenameIO/SystemFileRenaming.h"
+
+namespace tessane::testing {
+
+class FakeFileRenaming : public SystemFileRenaming {
+ public:
+  struct File {
+    std::string name;  // the exact name, as last given
+    std::string contents;
+    ino_t inode = 0;
+  };
+
+  explicit FakeFileRenaming(bool caseInsensitive = false) : caseInsensitive_(caseInsensitive) {}
+
+  void add(const std::filesystem::path& at, std::string contents) {
+    files_[keyOf(at)] = File{at.native(), std::move(contents), ++lastInode_};
+  }
+
+  // Moves numbered in `failing` (counting from 1) fail with EIO and change nothing; so do all
+  // moves from `diesAt` on, as if the process had stopped there.
+  std::set<std::size_t> failing;
+  std::size_t diesAt = 0;
+
+  std::size_t moveCount() const { return moves_; }
+
+  std::optional<IOError> moveItem(const std::filesystem::path& from,
+                                  const std::filesystem::path& to) override {
+    ++moves_;
+    if (failing.contains(moves_) || (diesAt != 0 && moves_ >= diesAt)) {
+      return IOError::fromErrno(EIO, "rename", from);
+    }
+    auto it = files_.find(keyOf(from));
+    if (it == files_.end() || (!caseInsensitive_ && it->second.name != from.native())) {
+      return IOError::fromErrno(ENOENT, "rename", from);
+    }
+    if (files_.contains(keyOf(to))) return IOError::fromErrno(EEXIST, "rename", from);
+    File f = std::move(it->second);
+    files_.erase(it);
+    f.name = to.native();
+    files_[keyOf(to)] = std::move(f);
+    return std::nullopt;
+  }
+
+  bool fileExists(const std::filesystem::path& at) override { return files_.contains(keyOf(at)); }
+
+  std::optional<FileIdentity> identity(const std::filesystem::path& at) override {
+    auto it = files_.find(keyOf(at));
+    if (it == files_.end()) return std::nullopt;
+    return FileIdentity{1, it->second.inode};
+  }
+
+  void remove(const std::filesystem::path& at) { files_.erase(keyOf(at)); }
+
+  // Every file as exact name -> contents.
+  std::map<std::string, std::string> snapshot() const {
+    std::map<std::string, std::string> out;
+    for (const auto& [key, f] : files_)
+      out[f.name] = f.contents;
+    return out;
+  }
+
+ private:
+  std::string keyOf(const std::filesystem::path& p) const {
+    if (!caseInsensitive_) return p.native();
+    return p.parent_path().native() + '/' + NameKey::of(p.filename().native()).value;
+  }
+
+  bool caseInsensitive_;
+  std::map<std::string, File> files_;
+  std::size_t moves_ = 0;
+  ino_t lastInode_ = 0;
+};
+
+}  // namespace tessane::testing

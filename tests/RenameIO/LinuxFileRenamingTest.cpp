@@ -1,0 +1,156 @@
+// The renamer against real file systems: the disk the tests run from, and a tmpfs.
+#include "RenameIO/LinuxFileRenaming.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/statfs.h>
+#include <unistd.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "FileContents.h"
+#include "RenameIO/SafeRenamer.h"
+#include "TempFolder.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::contentsOf;
+using testing::folderContents;
+using testing::TempFolder;
+
+const Date kDate{std::chrono::seconds(1'700'000'000)};
+
+// A tmpfs to work in: /dev/shm when it is one, else nothing.
+std::optional<fs::path> tmpfsFolder() {
+  struct statfs st {};
+  if (::statfs("/dev/shm", &st) == 0 && st.f_type == TMPFS_MAGIC && ::access("/dev/shm", W_OK) == 0)
+    return fs::path("/dev/shm");
+  return std::nullopt;
+}
+
+class OnRealDisk : public ::testing::TestWithParam<const char*> {
+ protected:
+  void SetUp() override {
+    if (std::string(GetParam()) == "tmpfs") {
+      std::optional<fs::path> where = tmpfsFolder();
+      if (!where) GTEST_SKIP() << "no writable tmpfs at /dev/shm";
+      dir_ = std::make_unique<TempFolder>(*where);
+    } else {
+      dir_ = std::make_unique<TempFolder>();
+    }
+  }
+  fs::path at(const std::string& name) const { return dir_->path() / name; }
+  const TempFolder& dir() const { return *dir_; }
+
+  LinuxFileRenaming system_;
+
+ private:
+  std::unique_ptr<TempFolder> dir_;
+};
+
+TEST_P(OnRealDisk, SwapsRotationsAndCaseOnlyChanges) {
+  dir().file("A.jpg", "a");
+  dir().file("B.jpg", "b");
+  dir().file("r1.jpg", "1");
+  dir().file("r2.jpg", "2");
+  dir().file("r3.jpg", "3");
+  dir().file("img.jpg", "i");
+  const std::vector<FileMove> moves{{at("A.jpg"), at("B.jpg")},   {at("B.jpg"), at("A.jpg")},
+                                    {at("r1.jpg"), at("r2.jpg")}, {at("r2.jpg"), at("r3.jpg")},
+                                    {at("r3.jpg"), at("r1.jpg")}, {at("img.jpg"), at("IMG.JPG")}};
+  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(moves, system_, kDate);
+  ASSERT_TRUE(r.ok()) << r.error().message();
+  EXPECT_EQ(folderContents(dir().path()), (std::map<std::string, std::string>{{"A.jpg", "b"},
+                                                                              {"B.jpg", "a"},
+                                                                              {"r1.jpg", "3"},
+                                                                              {"r2.jpg", "1"},
+                                                                              {"r3.jpg", "2"},
+                                                                              {"IMG.JPG", "i"}}));
+}
+
+TEST_P(OnRealDisk, DecomposedNamesAreMovedByTheirOwnBytes) {
+  const std::string decomposed = "E\u0301te\u0301.jpg";
+  const std::string composed = "\u00c9t\u00e9.jpg";
+  dir().file(decomposed, "summer");
+  // Its destination's key is its own source's key: allowed, and the bytes on disk change.
+  Result<AppliedBatch, SafeRenameError> r =
+      SafeRenamer::apply(std::vector<FileMove>{{at(decomposed), at(composed)}}, system_, kDate);
+  ASSERT_TRUE(r.ok()) << r.error().message();
+  EXPECT_EQ(folderContents(dir().path()),
+            (std::map<std::string, std::string>{{composed, "summer"}}));
+
+  // A name that is not UTF-8 is moved back by its bytes as well.
+  const std::string latin1 = "caf\xe9.jpg";
+  ASSERT_TRUE(
+      SafeRenamer::apply(std::vector<FileMove>{{at(composed), at(latin1)}}, system_, kDate).ok());
+  EXPECT_EQ(folderContents(dir().path()), (std::map<std::string, std::string>{{latin1, "summer"}}));
+}
+
+// A name taken by an outside file is refused up front; one taken, or a source deleted, after the
+// checks makes the batch roll back around it without touching the outsider.
+TEST_P(OnRealDisk, OutsideChangesNeverCostAFile) {
+  dir().file("a.jpg", "a");
+  dir().file("b.jpg", "b");
+  dir().file("TAKEN.JPG", "outside");
+  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(
+      std::vector<FileMove>{FileMove{at("b.jpg"), at("TAKEN.JPG")}}, system_, kDate);
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().kind, SafeRenameError::Case::destinationExists);
+
+  for (const bool deleteSource : {false, true}) {
+    const std::vector<FileMove> moves{{at("a.jpg"), at("b.jpg")},
+                                      {at("b.jpg"), at(deleteSource ? "z.jpg" : "y.jpg")}};
+    ApplyHooks hooks;
+    hooks.beforeFirstMove = [&](const AppliedBatch&, const std::vector<fs::path>&,
+                                const std::vector<FileIdentity>&) {
+      if (deleteSource) {
+        fs::remove(at("b.jpg"));
+      } else {
+        dir().file("y.jpg", "appeared");
+      }
+      return std::optional<IOError>();
+    };
+    r = SafeRenamer::apply(moves, system_, kDate, hooks);
+    ASSERT_FALSE(r.ok());
+    EXPECT_TRUE(r.error().stranded.empty());
+    ASSERT_TRUE(r.error().cause);
+    EXPECT_EQ(r.error().cause->code, deleteSource ? ENOENT : EEXIST);
+  }
+  EXPECT_EQ(folderContents(dir().path()),
+            (std::map<std::string, std::string>{
+                {"a.jpg", "a"}, {"TAKEN.JPG", "outside"}, {"y.jpg", "appeared"}}));
+}
+
+TEST_P(OnRealDisk, ExclusiveRenameNeverOverwrites) {
+  dir().file("a.jpg", "a");
+  dir().file("b.jpg", "b");
+  fs::create_symlink("gone.jpg", at("dangling.jpg"));
+  for (const fs::path& taken : {at("b.jpg"), at("dangling.jpg")}) {
+    std::optional<IOError> e = system_.moveItem(at("a.jpg"), taken);
+    ASSERT_TRUE(e);
+    EXPECT_EQ(e->code, EEXIST);
+    EXPECT_TRUE(LinuxFileRenaming::moveByReservation(at("a.jpg"), taken));
+  }
+  EXPECT_EQ(contentsOf(at("b.jpg")), "b");
+  EXPECT_TRUE(fs::is_symlink(at("dangling.jpg")));
+
+  // The reservation path moves like the exclusive rename and leaves nothing behind on failure.
+  EXPECT_FALSE(LinuxFileRenaming::moveByReservation(at("a.jpg"), at("c.jpg")));
+  EXPECT_EQ(contentsOf(at("c.jpg")), "a");
+  EXPECT_TRUE(LinuxFileRenaming::moveByReservation(at("missing.jpg"), at("d.jpg")));
+  fs::create_directory(at("folder"));
+  EXPECT_TRUE(LinuxFileRenaming::moveByReservation(at("folder"), at("e.jpg")));
+  EXPECT_FALSE(system_.fileExists(at("d.jpg")) || system_.fileExists(at("e.jpg")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Linux, OnRealDisk, ::testing::Values("disk", "tmpfs"));
+
+}  // namespace
+}  // namespace tessane

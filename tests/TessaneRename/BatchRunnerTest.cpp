@@ -1,0 +1,145 @@
+#include "TessaneRename/BatchRunner.h"
+
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <map>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "FileContents.h"
+#include "RenameIO/CrashRecovery.h"
+#include "RenameIO/LinuxFileRenaming.h"
+#include "TempFolder.h"
+#include "TextJoin.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::entriesIn;
+using testing::folderContents;
+using testing::join;
+using testing::TempFolder;
+
+const Date kDate{std::chrono::seconds(1'700'000'000)};
+
+TEST(BatchRunner, RecordsTheBatchThenDropsTheJournal) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  photos.file("A.jpg", "a");
+  photos.file("B.jpg", "b");
+  RenameHistory history(data.path() / "History.json");
+  const fs::path journals = data.path() / "Journal";
+  const std::vector<FileMove> moves{{photos.path() / "A.jpg", photos.path() / "B.jpg"},
+                                    {photos.path() / "B.jpg", photos.path() / "A.jpg"}};
+  ASSERT_TRUE(
+      BatchRunner::run(moves, RenameHistory::Kind::rename, kDate, system, history, journals).ok());
+  EXPECT_EQ(folderContents(photos.path()),
+            (std::map<std::string, std::string>{{"A.jpg", "b"}, {"B.jpg", "a"}}));
+  EXPECT_EQ(entriesIn(journals), 0u);
+  ASSERT_EQ(RenameHistory::load(data.path() / "History.json").entries().size(), 1u)
+      << "in the file before the journal goes";
+
+  ASSERT_TRUE(BatchRunner::goBack(history.entries()[0].id, kDate, system, history, journals).ok());
+  EXPECT_EQ(folderContents(photos.path()),
+            (std::map<std::string, std::string>{{"A.jpg", "a"}, {"B.jpg", "b"}}));
+  EXPECT_TRUE(history.entries()[0].isReverted);
+  EXPECT_EQ(history.entries().size(), 1u);
+}
+
+TEST(BatchRunner, NoJournalNoBatch) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  photos.file("a.jpg", "a");
+  data.file("Journal", "a file where the folder should be");
+  RenameHistory history;
+  Result<AppliedBatch, SafeRenameError> r = BatchRunner::run(
+      {{photos.path() / "a.jpg", photos.path() / "b.jpg"}}, RenameHistory::Kind::rename, kDate,
+      system, history, data.path() / "Journal");
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().kind, SafeRenameError::Case::failed);
+  EXPECT_TRUE(r.error().cause);
+  EXPECT_EQ(folderContents(photos.path()), (std::map<std::string, std::string>{{"a.jpg", "a"}}));
+  EXPECT_TRUE(history.entries().empty());
+}
+
+// A real rename of a few thousand files in a child process, killed with SIGKILL at random moments;
+// after recovery every file is present, either all at their original names or all at their new
+// names, and none is left under a hidden name. The files are made once; each round renames them
+// from whichever of the two states they are in towards the other.
+TEST(BatchRunner, SurvivesSigkillAtAnyMoment) {
+  constexpr std::size_t kFiles = 2000;
+  constexpr int kRounds = 16;
+  std::mt19937 random(20240501);
+  LinuxFileRenaming system;
+  TempFolder photos, data;
+  const fs::path journals = data.path() / "Journal";
+
+  // Half the files rotate among their own names; the other half take new names.
+  std::map<std::string, std::string> original, renamed;
+  std::vector<FileMove> forward, backward;
+  for (std::size_t i = 0; i < kFiles; ++i) {
+    const std::string name = join({"IMG_", std::to_string(i), ".JPG"});
+    photos.file(name, name);
+    original[name] = name;
+    const std::string next = i < kFiles / 2
+                                 ? join({"IMG_", std::to_string((i + 1) % (kFiles / 2)), ".JPG"})
+                                 : join({"2024-05-01_", std::to_string(i), ".JPG"});
+    renamed[next] = name;
+    forward.push_back(FileMove{photos.path() / name, photos.path() / next});
+    backward.push_back(FileMove{photos.path() / next, photos.path() / name});
+  }
+
+  bool atNew = false;
+  int recovered = 0;
+  long fullRun = 0;  // microseconds
+  for (int round = -1; round < kRounds; ++round) {
+    const auto started = std::chrono::steady_clock::now();
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      RenameHistory history(data.path() / "History.json");
+      const bool ok = BatchRunner::run(atNew ? backward : forward, RenameHistory::Kind::rename,
+                                       kDate, system, history, journals)
+                          .ok();
+      ::_exit(ok ? 0 : 1);
+    }
+    if (round >= 0) {
+      // Anywhere from before the journal exists to after the batch is done.
+      std::uniform_int_distribution<long> delay(0, fullRun * 5 / 4);
+      ::usleep(static_cast<useconds_t>(delay(random)));
+      ::kill(child, SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    if (round < 0) {
+      ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+      fullRun = std::chrono::duration_cast<std::chrono::microseconds>(
+                    std::chrono::steady_clock::now() - started)
+                    .count();
+    }
+
+    const RecoveryReport report = CrashRecovery::recoverJournals(journals, system);
+    for (const RecoveredBatch& b : report.batches)
+      EXPECT_TRUE(b.notPutBack.empty()) << report.summary();
+    recovered += static_cast<int>(report.batches.size());
+    const std::map<std::string, std::string> now = folderContents(photos.path());
+    for (const auto& [name, contents] : now)
+      ASSERT_FALSE(name.starts_with(".")) << "round " << round << ": " << name;
+    ASSERT_TRUE(now == original || now == renamed)
+        << "round " << round << ": " << now.size() << " files";
+    atNew = now == renamed;
+  }
+  EXPECT_GT(recovered, 0) << "no kill fell inside a batch; the test proved nothing";
+  std::printf("%d of %d killed batches were put back from their journal\n", recovered, kRounds);
+}
+
+}  // namespace
+}  // namespace tessane
