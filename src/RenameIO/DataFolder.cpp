@@ -37,4 +37,8 @@ std::filesystem::path journalFolder() {
   return location() / "Journal";
 }
 
+std::filesystem::path presetFolder() {
+  return location() / "Presets";
+}
+
 }  // namespace tessane::DataFolder

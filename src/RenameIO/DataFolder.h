@@ -12,5 +12,7 @@ std::filesystem::path location();
 std::filesystem::path historyFile();
 // The journals of batches under way, "Journal/".
 std::filesystem::path journalFolder();
+// The presets, "Presets/".
+std::filesystem::path presetFolder();
 
 }  // namespace tessane::DataFolder

@@ -1,0 +1,106 @@
+#include "RenameIO/PresetStore.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "TempFolder.h"
+
+namespace tessane {
+namespace {
+
+using testing::TempFolder;
+
+Preset preset(std::string name, std::string changeCase = "lower") {
+  Preset p;
+  p.name = std::move(name);
+  Rule r;
+  r.action = {RuleAction::Operation{RenameOperation{
+      op::ChangeCase{changeCase == "lower" ? CaseStyle::lower : CaseStyle::upper}}}};
+  p.stack.rules = {r};
+  return p;
+}
+
+std::string fileName(const std::filesystem::path& p) {
+  return p.filename().string();
+}
+
+TEST(PresetStore, SavesNeverOverwriteAnotherPresetOrAnUnreadableFile) {
+  TempFolder dir;
+  const PresetStore store(dir.path() / "Presets");
+  // "Wedding/" and "Wedding:" are two presets with one file stem.
+  const Result<std::filesystem::path> first = store.save(preset("Wedding/"));
+  ASSERT_TRUE(first.ok()) << first.error().message();
+  EXPECT_EQ(fileName(first.value()), "Wedding-.tessanepreset");
+  EXPECT_EQ(fileName(store.save(preset("Wedding:")).value()), "Wedding- 2.tessanepreset");
+  dir.file("Presets/Wedding- 3.tessanepreset", "{ not json");
+  EXPECT_EQ(fileName(store.save(preset("Wedding\x01")).value()), "Wedding- 4.tessanepreset")
+      << "an unreadable file is never overwritten";
+  EXPECT_EQ(fileName(store.save(preset("Wedding:", "upper")).value()), "Wedding- 2.tessanepreset")
+      << "saving a preset again replaces its own file";
+  EXPECT_EQ(fileName(store.save(preset("  ...")).value()), "Preset.tessanepreset");
+
+  const Result<PresetStore::Listing> listing = store.list();
+  ASSERT_TRUE(listing.ok());
+  std::vector<std::string> names;
+  for (const auto& e : listing.value().presets)
+    names.push_back(e.preset.name);
+  EXPECT_EQ(names, (std::vector<std::string>{"  ...", "Wedding\x01", "Wedding:", "Wedding/"}));
+  ASSERT_EQ(listing.value().failures.size(), 1u);
+  EXPECT_EQ(fileName(listing.value().failures[0].file), "Wedding- 3.tessanepreset");
+  auto back = PresetStore::read(listing.value().presets[2].file);
+  ASSERT_TRUE(std::holds_alternative<Preset>(back));
+  const auto& action =
+      std::get<RuleAction::Operation>(std::get<Preset>(back).stack.rules[0].action.value);
+  EXPECT_EQ(action.operation, (RenameOperation{op::ChangeCase{CaseStyle::upper}}));
+}
+
+TEST(PresetStore, ListingReportsEveryBadFileAndSkipsOthers) {
+  TempFolder dir;
+  const PresetStore store(dir.path());
+  ASSERT_TRUE(store.save(preset("Shoot 10")).ok());
+  ASSERT_TRUE(store.save(preset("Shoot 2")).ok());
+  dir.file("newer.tessanepreset", R"({"schemaVersion": 2, "name": "From the future"})");
+  dir.file("upper.TESSANEPRESET", "{}");
+  dir.file("notes.txt", "hello");
+  std::filesystem::create_directory(dir.path() / "folder.tessanepreset");
+  const Result<PresetStore::Listing> listing = store.list();
+  ASSERT_TRUE(listing.ok());
+  ASSERT_EQ(listing.value().presets.size(), 2u);
+  EXPECT_EQ(listing.value().presets[0].preset.name, "Shoot 2");
+  ASSERT_EQ(listing.value().failures.size(), 2u);
+  EXPECT_EQ(fileName(listing.value().failures[0].file), "folder.tessanepreset");
+  EXPECT_TRUE(std::holds_alternative<IOError>(listing.value().failures[0].error));
+  EXPECT_EQ(std::get<PresetError>(listing.value().failures[1].error),
+            PresetError::unsupportedVersion(2));
+
+  ASSERT_FALSE(store.remove(listing.value().presets[0].file).has_value());
+  EXPECT_EQ(store.list().value().presets.size(), 1u);
+  EXPECT_TRUE(store.remove(dir.path() / "gone.tessanepreset").has_value());
+}
+
+TEST(PresetStore, AFolderThatCannotBeMadeIsAnError) {
+  TempFolder dir;
+  dir.file("blocker");
+  const PresetStore store(dir.path() / "blocker" / "Presets");
+  EXPECT_FALSE(store.list().ok());
+  EXPECT_FALSE(store.save(preset("x")).ok());
+}
+
+TEST(PresetStore, AnUnreadableFileIsListedAsAFailure) {
+  if (::geteuid() == 0) GTEST_SKIP() << "root reads every file; permission test not possible";
+  TempFolder dir;
+  const PresetStore store(dir.path());
+  const auto file = store.save(preset("Locked")).value();
+  ::chmod(file.c_str(), 0);
+  const auto listing = store.list();
+  ASSERT_TRUE(listing.ok());
+  EXPECT_TRUE(listing.value().presets.empty());
+  EXPECT_EQ(listing.value().failures.size(), 1u);
+  EXPECT_EQ(fileName(store.save(preset("Locked")).value()), "Locked 2.tessanepreset");
+}
+
+}  // namespace
+}  // namespace tessane
