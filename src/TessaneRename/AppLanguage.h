@@ -1,0 +1,21 @@
+// The interface language, stored for the next start ("appLanguage": "en" or "it"; absent means
+// the system's). The translations themselves come with the windows.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+class QSettings;
+
+namespace tessane {
+
+enum class AppLanguage { system, english, italian };
+
+std::string_view rawValue(AppLanguage language);  // "system", "en", "it"
+std::optional<AppLanguage> appLanguageFromRawValue(std::string_view text);
+
+AppLanguage storedLanguage(const QSettings& settings);
+// `system` removes the stored choice; a language stores its code.
+void storeLanguage(QSettings& settings, AppLanguage language);
+
+}  // namespace tessane

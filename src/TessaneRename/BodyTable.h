@@ -1,0 +1,53 @@
+// The camera-body table as the application keeps it: the tags and clock offsets of the user's
+// cameras (under "cameraBodies", as JSON) and the text for missing data ("missingText"), in the
+// settings store. Every change is written back at once and then announced, so that whoever shows
+// a preview rebuilds it. A stored table that does not decode reads as empty.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "RenameEngine/CameraBodies.h"
+
+class QSettings;
+
+namespace tessane {
+
+class BodyTable {
+ public:
+  static constexpr std::string_view kExportName = "Tessane camera bodies.json";
+
+  explicit BodyTable(QSettings& settings);
+
+  const CameraBodies& bodies() const { return bodies_; }
+  const std::string& missingText() const { return missingText_; }
+  void setOnChange(std::function<void()> onChange) { onChange_ = std::move(onChange); }
+
+  void setBodies(CameraBodies bodies);
+  void setMissingText(std::string text);
+  void setTag(const std::string& key, const std::string& tag);  // an empty tag removes it
+  // The text form of an offset ("+0:02:00"); false, and nothing changed, when it isn't one.
+  bool setOffset(const std::string& key, std::string_view offsetText);
+
+  // Lines up the wrong camera's clock with the right one's; nullopt when the wrong camera has no
+  // body key or either photo has no capture time.
+  std::optional<ClockSyncResult> syncClocks(const MetadataMap& right, const MetadataMap& wrong);
+
+  // Writes the table pretty-printed with sorted keys. An error text when the write fails.
+  std::optional<std::string> exportTo(const std::filesystem::path& file) const;
+  // Merges a file's table into this one (imported rows win). An error text, and nothing
+  // changed, when the file isn't a table of camera bodies.
+  std::optional<std::string> importFrom(const std::filesystem::path& file);
+
+ private:
+  void save();
+
+  QSettings& settings_;
+  CameraBodies bodies_;
+  std::string missingText_;
+  std::function<void()> onChange_;
+};
+
+}  // namespace tessane

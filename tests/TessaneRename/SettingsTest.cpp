@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <QSettings>
+#include <QStringList>
+
+#include <fstream>
+
+#include "TempFolder.h"
+#include "TessaneRename/AppLanguage.h"
+#include "TessaneRename/BodyTable.h"
+#include "TessaneRename/Preferences.h"
+#include "TessaneRename/SessionMemory.h"
+
+namespace tessane {
+namespace {
+
+using testing::TempFolder;
+
+class Settings : public ::testing::Test {
+ protected:
+  QSettings& store() {
+    if (!settings_) settings_ = std::make_unique<QSettings>(file(), QSettings::IniFormat);
+    return *settings_;
+  }
+  // Writes the store to disk and reads it again, as the next start would.
+  void reopen() {
+    store().sync();
+    settings_.reset();
+  }
+  QString file() const { return QString::fromStdString((dir_.path() / "settings.conf").string()); }
+
+  TempFolder dir_;
+  std::unique_ptr<QSettings> settings_;
+};
+
+TEST_F(Settings, DefaultsWhenMissingWrongOrUnknown) {
+  Preferences p(store());
+  EXPECT_EQ(p.counterDigits(), 4);
+  EXPECT_EQ(p.counterStart(), 1);
+  EXPECT_TRUE(p.resumesSession());
+  EXPECT_EQ(p.dateFormat(), "yyyy-MM-dd");
+  EXPECT_EQ(p.originalNames(), OriginalNames::macDisksOnly);
+  EXPECT_EQ(p.batchOrder(), std::nullopt);
+  EXPECT_EQ(p.twinKinds(),
+            (std::set<TwinKind>{TwinKind::images, TwinKind::video, TwinKind::sidecars}));
+
+  // A hand-edited file with wrong types and unknown texts.
+  reopen();
+  {
+    std::ofstream out(file().toStdString());
+    out << "[General]\ncounterDigits=four\ncounterStart=-7\nresumesSession=maybe\n"
+           "revealAfterRename=false\nextensionCase=shouting\nduplicatePolicy=addSuffix\n"
+           "batchOrder=asGiven\ntwinKinds=video\n";
+  }
+  Preferences edited(store());
+  EXPECT_EQ(edited.counterDigits(), 4);
+  EXPECT_EQ(edited.counterStart(), -7);
+  EXPECT_TRUE(edited.resumesSession());
+  EXPECT_FALSE(edited.revealAfterRename());
+  EXPECT_EQ(edited.extensionCase(), ExtensionCase::keep);
+  EXPECT_EQ(edited.duplicatePolicy(), DuplicatePolicy::addSuffix);
+  EXPECT_EQ(edited.batchOrder(), std::nullopt);
+  EXPECT_EQ(edited.twinKinds(), std::set<TwinKind>{TwinKind::video});
+  const TwinOptions twins = edited.twinOptions();
+  EXPECT_TRUE(twins.extensions.count("arw") && twins.extensions.count("mp4"));
+  EXPECT_FALSE(twins.extensions.count("jpg") || twins.extensions.count("xmp"));
+}
+
+TEST_F(Settings, ValuesSurviveTheNextStart) {
+  {
+    Preferences p(store());
+    p.setCounterDigits(6);
+    p.setBatchOrder(BatchOrder::name);
+    p.setTwinKinds({TwinKind::sidecars, TwinKind::images});
+    p.setOriginalNames(OriginalNames::never);
+    p.setMissingText("unknown");
+    storeLanguage(store(), AppLanguage::italian);
+  }
+  reopen();
+  Preferences p(store());
+  EXPECT_EQ(p.counterDigits(), 6);
+  EXPECT_EQ(p.batchOrder(), BatchOrder::name);
+  EXPECT_EQ(p.twinKinds(), (std::set<TwinKind>{TwinKind::images, TwinKind::sidecars}));
+  EXPECT_FALSE(p.remembersOriginalName(dir_.path()));
+  EXPECT_EQ(p.missingText(), "unknown");
+  EXPECT_EQ(storedLanguage(store()), AppLanguage::italian);
+  storeLanguage(store(), AppLanguage::system);
+  EXPECT_FALSE(store().contains("appLanguage"));
+}
+
+TEST_F(Settings, BodyTableKeepsWhatIsStoredAndRefusesBadImports) {
+  int changes = 0;
+  {
+    BodyTable table(store());
+    table.setOnChange([&] { ++changes; });
+    table.setTag("123456", "A");
+    EXPECT_TRUE(table.setOffset("ILCE-7RM5", "+0:02:00"));
+    EXPECT_FALSE(table.setOffset("ILCE-7RM5", "1:60:00"));
+    table.setMissingText("unknown");
+  }
+  EXPECT_EQ(changes, 3);
+  reopen();
+  BodyTable table(store());
+  EXPECT_EQ(table.bodies().tags.at("123456"), "A");
+  EXPECT_EQ(table.bodies().clockOffsets.at("ILCE-7RM5"), 120);
+  EXPECT_EQ(table.missingText(), "unknown");
+
+  const auto exported = dir_.path() / std::string(BodyTable::kExportName);
+  ASSERT_FALSE(table.exportTo(exported).has_value());
+  std::ifstream in(exported, std::ios::binary);
+  std::string text(4096, '\0');
+  in.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(in.gcount()));
+  EXPECT_LT(text.find("\"clockOffsets\""), text.find("\"tags\"")) << "keys sorted";
+
+  const auto notJson = dir_.file("photo.jpg", "\xFF\xD8\xFF");
+  EXPECT_EQ(table.importFrom(notJson), "“photo.jpg” isn’t a table of camera bodies.");
+  EXPECT_EQ(table.importFrom(dir_.path() / "missing.json"),
+            "“missing.json” isn’t a table of camera bodies.");
+  const auto other =
+      dir_.file("other.json", R"({"tags":{"123456":"B","999":"C"},"clockOffsets":{}})");
+  EXPECT_FALSE(table.importFrom(other).has_value());
+  EXPECT_EQ(table.bodies().tags.at("123456"), "B") << "the imported row wins";
+  EXPECT_EQ(table.bodies().clockOffsets.at("ILCE-7RM5"), 120) << "nothing else is lost";
+
+  // A stored table that does not decode reads as empty tables, not as an error.
+  store().setValue("cameraBodies", QByteArray("{broken"));
+  EXPECT_TRUE(BodyTable(store()).bodies().tags.empty());
+}
+
+TEST_F(Settings, SessionMemoryResumesOnlyWhatStillOpens) {
+  const auto kept = dir_.path() / "Shoot";
+  const auto gone = dir_.path() / "Vanished";
+  std::filesystem::create_directory(kept);
+  std::filesystem::create_directory(gone);
+  RuleStack stack;
+  Rule upper;
+  upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
+  stack.rules = {upper};
+  SessionMemory(store()).save({kept, gone}, stack);
+  std::filesystem::remove(gone);
+  reopen();
+  const SessionMemory::Session session = SessionMemory(store()).restore(true);
+  EXPECT_EQ(session.folders, std::vector<std::filesystem::path>{kept});
+  EXPECT_EQ(session.stack, stack);
+  EXPECT_TRUE(SessionMemory(store()).restore(false).folders.empty());
+  store().setValue("lastRules", QByteArray("[1,2"));
+  EXPECT_FALSE(SessionMemory(store()).restore(true).stack.has_value());
+}
+
+}  // namespace
+}  // namespace tessane
