@@ -17,13 +17,18 @@
 #pragma GCC diagnostic pop
 
 #include "BmffExif.h"
+#include "ImageFields.h"
+#include "IptcFields.h"
+#include "JpegExif.h"
 #include "MetadataText.h"
-#include "TimeParsing.h"
 
 namespace tessane::ImageReader {
 namespace {
 
 using Exiv2::Exifdatum;
+
+// What the quick path reads at once: the EXIF segment of a camera JPEG fits in it.
+constexpr std::size_t kHeadBytes = 64 * 1024;
 
 // The IFDs are told apart by Exiv2's internal ids, found once from known keys.
 struct Groups {
@@ -54,138 +59,16 @@ const Groups& groups() {
   return g;
 }
 
-// The EXIF entries the reader uses, found in one pass over the EXIF data.
-struct Picks {
-  const Exifdatum* make = nullptr;
-  const Exifdatum* model = nullptr;
-  const Exifdatum* artist = nullptr;
-  const Exifdatum* dateTime = nullptr;
-  const Exifdatum* cameraSerial = nullptr;  // DNG
-  const Exifdatum* defaultCrop = nullptr;   // DNG
-  const Exifdatum* exposure = nullptr;
-  const Exifdatum* fNumber = nullptr;
-  const Exifdatum* focal = nullptr;
-  const Exifdatum* isoRatings = nullptr;
-  const Exifdatum* isoSpeed = nullptr;
-  const Exifdatum* original = nullptr;
-  const Exifdatum* digitized = nullptr;
-  const Exifdatum* subSec = nullptr;
-  const Exifdatum* subSecOriginal = nullptr;
-  const Exifdatum* subSecDigitized = nullptr;
-  const Exifdatum* pixelX = nullptr;
-  const Exifdatum* pixelY = nullptr;
-  const Exifdatum* bodySerial = nullptr;
-  const Exifdatum* lensModel = nullptr;
-  std::size_t makerSerialRank = SIZE_MAX;
-  const Exifdatum* makerSerial = nullptr;
-};
-
-void keepFirst(const Exifdatum*& slot, const Exifdatum& d) {
-  if (slot == nullptr && d.count() > 0) slot = &d;
-}
-
-Picks pick(const Exiv2::ExifData& exif) {
-  const Groups& g = groups();
-  Picks p;
-  for (const Exifdatum& d : exif) {
-    const int ifd = d.ifdId();
-    const std::uint16_t tag = d.tag();
-    if (ifd == g.image) {
-      switch (tag) {
-        case 0x010f:
-          keepFirst(p.make, d);
-          break;
-        case 0x0110:
-          keepFirst(p.model, d);
-          break;
-        case 0x013b:
-          keepFirst(p.artist, d);
-          break;
-        case 0x0132:
-          keepFirst(p.dateTime, d);
-          break;
-        case 0xc62f:
-          keepFirst(p.cameraSerial, d);
-          break;
-        case 0xc620:
-          keepFirst(p.defaultCrop, d);
-          break;
-        default:
-          break;
-      }
-    } else if (ifd == g.photo) {
-      switch (tag) {
-        case 0x829a:
-          keepFirst(p.exposure, d);
-          break;
-        case 0x829d:
-          keepFirst(p.fNumber, d);
-          break;
-        case 0x920a:
-          keepFirst(p.focal, d);
-          break;
-        case 0x8827:
-          keepFirst(p.isoRatings, d);
-          break;
-        case 0x8833:
-          keepFirst(p.isoSpeed, d);
-          break;
-        case 0x9003:
-          keepFirst(p.original, d);
-          break;
-        case 0x9004:
-          keepFirst(p.digitized, d);
-          break;
-        case 0x9290:
-          keepFirst(p.subSec, d);
-          break;
-        case 0x9291:
-          keepFirst(p.subSecOriginal, d);
-          break;
-        case 0x9292:
-          keepFirst(p.subSecDigitized, d);
-          break;
-        case 0xa002:
-          keepFirst(p.pixelX, d);
-          break;
-        case 0xa003:
-          keepFirst(p.pixelY, d);
-          break;
-        case 0xa431:
-          keepFirst(p.bodySerial, d);
-          break;
-        case 0xa434:
-          keepFirst(p.lensModel, d);
-          break;
-        default:
-          break;
-      }
-    } else if (tag == 0xc620) {
-      // The raw image's IFD of a DNG (SubImage1 and so on) holds its default crop.
-      keepFirst(p.defaultCrop, d);
-    } else {
-      for (std::size_t i = 0; i < g.makerSerials.size() && i < p.makerSerialRank; ++i) {
-        if (g.makerSerials[i].first == ifd && g.makerSerials[i].second == tag && d.count() > 0) {
-          p.makerSerial = &d;
-          p.makerSerialRank = i;
-          break;
-        }
-      }
-    }
-  }
-  return p;
-}
-
-std::optional<double> rational(const Exifdatum* d) {
-  if (d == nullptr || d->count() < 1) return std::nullopt;
+std::optional<double> rational(const Exifdatum& d) {
+  if (d.count() < 1) return std::nullopt;
   double v = 0;
   // Exiv2 turns unsigned rationals into signed ones on the way out; read them as they are.
-  if (const auto* u = dynamic_cast<const Exiv2::URationalValue*>(&d->value())) {
+  if (const auto* u = dynamic_cast<const Exiv2::URationalValue*>(&d.value())) {
     const Exiv2::URational r = u->value_.front();
     if (r.second == 0) return std::nullopt;
     v = static_cast<double>(r.first) / static_cast<double>(r.second);
   } else {
-    const Exiv2::Rational r = d->toRational(0);
+    const Exiv2::Rational r = d.toRational(0);
     if (r.second == 0) return std::nullopt;
     v = static_cast<double>(r.first) / static_cast<double>(r.second);
   }
@@ -193,137 +76,151 @@ std::optional<double> rational(const Exifdatum* d) {
   return v;
 }
 
-std::optional<std::int64_t> positiveInteger(const Exifdatum* d, long n = 0) {
-  if (d == nullptr || d->count() <= n) return std::nullopt;
-  const float v = d->toFloat(n);
-  if (!std::isfinite(v) || v < 1 || v > 4.0e9f) return std::nullopt;
-  return static_cast<std::int64_t>(std::lround(v));
+std::optional<std::int64_t> positiveInteger(const Exifdatum& d, long n) {
+  if (d.count() <= n) return std::nullopt;
+  return JpegExif::positiveInteger(d.toFloat(n));
 }
 
-bool setTextOf(MetadataMap& out, MetadataKey key, const Exifdatum* d) {
-  if (d == nullptr) return false;
-  const Exiv2::TypeId type = d->typeId();
+std::string text(const Exifdatum& d) {
+  const Exiv2::TypeId type = d.typeId();
   if (type == Exiv2::undefined || type == Exiv2::unsignedByte) {
     // Some maker notes keep texts as bytes (Panasonic's serial number): read them as characters.
-    std::string bytes(static_cast<std::size_t>(d->size()), '\0');
-    if (!bytes.empty()) d->copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::bigEndian);
-    return MetadataText::setText(out, key, bytes);
+    std::string bytes(static_cast<std::size_t>(d.size()), '\0');
+    if (!bytes.empty()) d.copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::bigEndian);
+    return bytes;
   }
-  return MetadataText::setText(out, key, d->toString());
+  return d.toString();
 }
 
-// Texts Exiv2 prints for a lens it can't name.
-bool isLensName(const std::string& text) {
-  if (text.empty() || text == "n/a" || text == "----" || text == "None") return false;
-  if (text.rfind("Unknown", 0) == 0) return false;
-  // A bare number, or a number in parentheses: an id Exiv2 has no name for.
-  const std::size_t start = text.front() == '(' ? 1 : 0;
-  bool digitsOnly = true;
-  for (std::size_t i = start; i < text.size(); ++i) {
-    const char c = text[i];
-    if (!(c >= '0' && c <= '9') && c != ' ' && c != ')') digitsOnly = false;
+enum class Form { text, ratio, integers };
+
+void keepFirst(std::optional<ExifEntry>& slot, const Exifdatum& d, Form form) {
+  if (slot || d.count() <= 0) return;
+  ExifEntry e;
+  try {
+    switch (form) {
+      case Form::text:
+        e.text = text(d);
+        break;
+      case Form::ratio:
+        e.ratio = rational(d);
+        break;
+      case Form::integers:
+        e.first = positiveInteger(d, 0);
+        e.second = positiveInteger(d, 1);
+        break;
+    }
+  } catch (...) {
+    return;  // a value Exiv2 can't convert is left out
   }
-  return !digitsOnly;
+  slot = std::move(e);
 }
 
-void readLens(const Exiv2::ExifData& exif, const Picks& p, MetadataMap& out) {
-  if (p.lensModel != nullptr) {
-    const auto text = MetadataText::clean(p.lensModel->toString());
-    if (text && isLensName(*text)) {
-      out.set(MetadataKey::lens, MetadataValue::text(*text));
-      return;
+// The EXIF entries the reader uses, found in one pass over Exiv2's EXIF data.
+ImageFields pick(const Exiv2::ExifData& exif) {
+  const Groups& g = groups();
+  ImageFields f;
+  std::size_t makerSerialRank = SIZE_MAX;
+  for (const Exifdatum& d : exif) {
+    const int ifd = d.ifdId();
+    const std::uint16_t tag = d.tag();
+    if (ifd == g.image) {
+      switch (tag) {
+        case 0x010f:
+          keepFirst(f.make, d, Form::text);
+          break;
+        case 0x0110:
+          keepFirst(f.model, d, Form::text);
+          break;
+        case 0x013b:
+          keepFirst(f.artist, d, Form::text);
+          break;
+        case 0x0132:
+          keepFirst(f.dateTime, d, Form::text);
+          break;
+        case 0xc62f:
+          keepFirst(f.cameraSerial, d, Form::text);
+          break;
+        case 0xc620:
+          keepFirst(f.defaultCrop, d, Form::integers);
+          break;
+        default:
+          break;
+      }
+    } else if (ifd == g.photo) {
+      switch (tag) {
+        case 0x829a:
+          keepFirst(f.exposure, d, Form::ratio);
+          break;
+        case 0x829d:
+          keepFirst(f.fNumber, d, Form::ratio);
+          break;
+        case 0x920a:
+          keepFirst(f.focal, d, Form::ratio);
+          break;
+        case 0x8827:
+          keepFirst(f.isoRatings, d, Form::integers);
+          break;
+        case 0x8833:
+          keepFirst(f.isoSpeed, d, Form::integers);
+          break;
+        case 0x9003:
+          keepFirst(f.original, d, Form::text);
+          break;
+        case 0x9004:
+          keepFirst(f.digitized, d, Form::text);
+          break;
+        case 0x9290:
+          keepFirst(f.subSec, d, Form::text);
+          break;
+        case 0x9291:
+          keepFirst(f.subSecOriginal, d, Form::text);
+          break;
+        case 0x9292:
+          keepFirst(f.subSecDigitized, d, Form::text);
+          break;
+        case 0xa002:
+          keepFirst(f.pixelX, d, Form::integers);
+          break;
+        case 0xa003:
+          keepFirst(f.pixelY, d, Form::integers);
+          break;
+        case 0xa431:
+          keepFirst(f.bodySerial, d, Form::text);
+          break;
+        case 0xa434:
+          keepFirst(f.lensModel, d, Form::text);
+          break;
+        default:
+          break;
+      }
+    } else if (tag == 0xc620) {
+      // The raw image's IFD of a DNG (SubImage1 and so on) holds its default crop.
+      if (d.groupName().rfind("SubImage", 0) == 0) keepFirst(f.defaultCrop, d, Form::integers);
+    } else {
+      for (std::size_t i = 0; i < g.makerSerials.size() && i < makerSerialRank; ++i) {
+        if (g.makerSerials[i].first == ifd && g.makerSerials[i].second == tag && d.count() > 0) {
+          f.makerSerial.reset();
+          keepFirst(f.makerSerial, d, Form::text);
+          makerSerialRank = i;
+          break;
+        }
+      }
     }
   }
-  const auto guess = Exiv2::lensName(exif);
-  if (guess == exif.end()) return;
-  const auto text = MetadataText::clean(guess->print(&exif));
-  if (text && isLensName(*text)) out.set(MetadataKey::lens, MetadataValue::text(*text));
-}
-
-std::optional<Date> captureDate(const Picks& p, const icu::TimeZone& zone) {
-  const std::array<std::pair<const Exifdatum*, const Exifdatum*>, 3> sources = {
-      {{p.original, p.subSecOriginal}, {p.digitized, p.subSecDigitized}, {p.dateTime, p.subSec}}};
-  for (const auto& [date, subSec] : sources) {
-    if (date == nullptr) continue;
-    std::optional<Date> d = TimeParsing::exifDate(date->toString(), zone);
-    if (!d) continue;
-    if (subSec != nullptr) {
-      if (const auto fraction = TimeParsing::subSeconds(subSec->toString())) *d += *fraction;
+  // The maker note's lens, only when the EXIF lens model doesn't name one.
+  const bool exifLens = f.lensModel && [&] {
+    const auto t = MetadataText::clean(f.lensModel->text);
+    return t && ImageFieldsMapping::isLensName(*t);
+  }();
+  if (!exifLens) {
+    try {
+      const auto guess = Exiv2::lensName(exif);
+      if (guess != exif.end()) f.makerLens = guess->print(&exif);
+    } catch (...) {
     }
-    return d;
   }
-  return std::nullopt;
-}
-
-void readExif(const Exiv2::ExifData& exif, const Picks& p, const icu::TimeZone& zone,
-              MetadataMap& out) {
-  setTextOf(out, MetadataKey::make, p.make);
-  setTextOf(out, MetadataKey::model, p.model);
-  if (!setTextOf(out, MetadataKey::serial, p.bodySerial) &&
-      !setTextOf(out, MetadataKey::serial, p.cameraSerial)) {
-    setTextOf(out, MetadataKey::serial, p.makerSerial);
-  }
-  readLens(exif, p, out);
-  if (const auto iso = positiveInteger(p.isoRatings ? p.isoRatings : p.isoSpeed)) {
-    out.set(MetadataKey::iso, MetadataValue::integer(*iso));
-  }
-  if (const auto v = rational(p.exposure)) out.set(MetadataKey::shutter, MetadataValue::number(*v));
-  if (const auto v = rational(p.fNumber)) out.set(MetadataKey::aperture, MetadataValue::number(*v));
-  if (const auto v = rational(p.focal)) out.set(MetadataKey::focal, MetadataValue::number(*v));
-  setTextOf(out, MetadataKey::author, p.artist);
-  if (const auto date = captureDate(p, zone))
-    out.set(MetadataKey::date, MetadataValue::date(*date));
-}
-
-void readIptc(const Exiv2::IptcData& iptc, MetadataMap& out) {
-  for (const Exiv2::Iptcdatum& d : iptc) {
-    if (d.record() != 2) continue;
-    MetadataKey key;
-    switch (d.tag()) {
-      case 80:
-        key = MetadataKey::author;
-        break;
-      case 90:
-        key = MetadataKey::city;
-        break;
-      case 92:
-        key = MetadataKey::location;
-        break;
-      case 5:
-        key = MetadataKey::title;
-        break;
-      case 105:
-        key = MetadataKey::headline;
-        break;
-      default:
-        continue;
-    }
-    // IFD0 Artist comes before the IPTC By-line; the first of repeated records wins.
-    if (out.find(key) != nullptr) continue;
-    MetadataText::setText(out, key, d.toString());
-  }
-}
-
-void setSize(MetadataMap& out, std::int64_t w, std::int64_t h) {
-  if (w <= 0 || h <= 0) return;
-  out.set(MetadataKey::width, MetadataValue::integer(w));
-  out.set(MetadataKey::height, MetadataValue::integer(h));
-}
-
-void readSize(Exiv2::Image& image, FileKind kind, const Picks& p, MetadataMap& out) {
-  const std::int64_t imageW = image.pixelWidth();
-  const std::int64_t imageH = image.pixelHeight();
-  const auto exifW = positiveInteger(p.pixelX);
-  const auto exifH = positiveInteger(p.pixelY);
-  if (kind == FileKind::raw) {
-    const auto cropW = positiveInteger(p.defaultCrop, 0);
-    const auto cropH = positiveInteger(p.defaultCrop, 1);
-    if (cropW && cropH) return setSize(out, *cropW, *cropH);
-    if (exifW && exifH) return setSize(out, *exifW, *exifH);
-    return setSize(out, imageW, imageH);
-  }
-  if (imageW > 0 && imageH > 0) return setSize(out, imageW, imageH);
-  if (exifW && exifH) setSize(out, *exifW, *exifH);
+  return f;
 }
 
 // EXIF that Exiv2 could not reach in an ISO base media file, decoded from the boxes.
@@ -400,19 +297,72 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
       const std::span<const std::uint8_t> b = bytes();
       if (BmffExif::looksLikeBmff(b)) decodeBmffExif(b, exif);
     }
-    const Picks p = pick(exif);
-    readExif(exif, p, zone, out);
-    readIptc(image->iptcData(), out);
-    readSize(*image, kind, p, out);
+    ImageFields fields = pick(exif);
+    IptcFields::read(image->iptcData(), fields);
+    fields.imageWidth = image->pixelWidth();
+    fields.imageHeight = image->pixelHeight();
+    ImageFieldsMapping::toMetadata(fields, kind, zone, out);
   } catch (...) {
-    // Exiv2 also throws while converting values; the keys set so far stay.
+    // Exiv2 also throws while converting values; what was mapped so far stays.
   }
+}
+
+// Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
+// block to it. False when Exiv2's whole parse must decide.
+bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
+  if (parts.exifForExiv2) {
+    try {
+      Exiv2::ExifData exif;
+      const Exiv2::ByteOrder order = Exiv2::ExifParser::decode(
+          exif, parts.exif.data(), static_cast<std::uint32_t>(parts.exif.size()));
+      // Exiv2's JPEG reader drops EXIF whose byte order it can't tell.
+      if (order == Exiv2::invalidByteOrder) exif.clear();
+      ImageFields fields = pick(exif);
+      fields.byline = std::move(parts.fields.byline);
+      fields.city = std::move(parts.fields.city);
+      fields.subLocation = std::move(parts.fields.subLocation);
+      fields.objectName = std::move(parts.fields.objectName);
+      fields.headline = std::move(parts.fields.headline);
+      fields.imageWidth = parts.fields.imageWidth;
+      fields.imageHeight = parts.fields.imageHeight;
+      parts.fields = std::move(fields);
+    } catch (...) {
+      return false;
+    }
+  }
+  ImageFieldsMapping::toMetadata(parts.fields, kind, zone, out);
+  return true;
 }
 
 }  // namespace
 
 void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
           MetadataMap& out) {
+  {
+    // Most camera files are JPEGs: try the quick path on the file's head first.
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return;
+    thread_local std::vector<std::uint8_t> head;
+    thread_local std::vector<std::uint8_t> more;
+    head.resize(kHeadBytes);
+    const ssize_t n = ::pread(fd, head.data(), head.size(), 0);
+    head.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
+    std::optional<JpegExif::Parts> quick;
+    if (JpegExif::looksLikeJpeg(head)) {
+      quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+        if (offset <= head.size() && size <= head.size() - offset) {
+          return std::span<const std::uint8_t>(head).subspan(static_cast<std::size_t>(offset),
+                                                             size);
+        }
+        more.resize(size);
+        const ssize_t got = ::pread(fd, more.data(), size, static_cast<off_t>(offset));
+        return std::span<const std::uint8_t>(more.data(),
+                                             got > 0 ? static_cast<std::size_t>(got) : 0);
+      });
+    }
+    ::close(fd);
+    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+  }
   std::optional<MappedFile> mapped;
   readWith([&] { return Exiv2::ImageFactory::open(path.string()); },
            [&] {
@@ -423,8 +373,16 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
 }
 
 void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
-               MetadataMap& out) {
+               MetadataMap& out, bool quickPath) {
   if (bytes.empty()) return;
+  if (quickPath && JpegExif::looksLikeJpeg(bytes)) {
+    auto quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+      if (offset > bytes.size()) return std::span<const std::uint8_t>();
+      return bytes.subspan(static_cast<std::size_t>(offset),
+                           std::min<std::size_t>(size, bytes.size() - offset));
+    });
+    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+  }
   readWith([&] { return Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())); },
            [&] { return bytes; }, kind, zone, out);
 }

@@ -16,6 +16,9 @@
 // often the sensor's or a preview's, so the size a photographer would call the photo's comes first:
 // a DNG's default crop, else the EXIF pixel dimensions, else Exiv2's size.
 //
+// JPEG files go through a quick path (JpegExif) that gives the same values without Exiv2's full
+// parse, and falls back to it whenever it can't be sure to.
+//
 // Exiv2 throws on damaged files; nothing leaves this reader, and what was read before the
 // exception is kept. When Exiv2 finds no EXIF in an ISO base media file (a damaged CR3 or HEIC),
 // the EXIF found through the boxes (BmffExif) is decoded instead.
@@ -39,8 +42,9 @@ namespace tessane::ImageReader {
 void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
           MetadataMap& out);
 
-// The same from bytes in memory (used by the fuzzing target).
+// The same from bytes in memory (used by tests and the fuzzing target). `quickPath` false reads
+// through Exiv2 alone, which is what the quick path must agree with.
 void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
-               MetadataMap& out);
+               MetadataMap& out, bool quickPath = true);
 
 }  // namespace tessane::ImageReader

@@ -5,17 +5,22 @@
 #include <gtest/gtest.h>
 #include <unicode/timezone.h>
 
+#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <iostream>
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "Fixtures.h"
+#include "MediaMetadata/ImageReader.h"
+#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/MediaLibraries.h"
 #include "MediaMetadata/MetadataProvider.h"
 #include "RenameEngine/FileKind.h"
 
@@ -284,6 +289,47 @@ TEST(SampleAgreement, CameraFieldsAgreeWithOtherToolsReadings) {
   EXPECT_GT(comparedAll, 300);
   for (const std::string& line : unexplained)
     ADD_FAILURE() << "unexplained disagreement: " << line;
+}
+
+}  // namespace
+}  // namespace tessane
+
+namespace tessane {
+namespace {
+
+// The quick JPEG path must give exactly what Exiv2's full parse gives, on every sample that
+// starts like a JPEG (camera files, phone files, broken files, files named as RAW).
+TEST(SampleAgreement, TheQuickJpegPathGivesExiv2sValues) {
+  const fs::path root = testing::samplesFolder();
+  if (root.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  MediaLibraries::initialize();
+  const std::unique_ptr<icu::TimeZone> rome(icu::TimeZone::createTimeZone("Europe/Rome"));
+  int jpegs = 0;
+  int quick = 0;
+  int exifParserOnly = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string bytes = slurp(entry.path());
+    const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    if (!JpegExif::looksLikeJpeg(span)) continue;
+    ++jpegs;
+    const auto fetch = [&](std::uint64_t offset, std::size_t size) {
+      if (offset > span.size()) return std::span<const std::uint8_t>();
+      return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
+    };
+    if (const auto parts = JpegExif::read(fetch)) ++(parts->exifForExiv2 ? exifParserOnly : quick);
+    for (const FileKind kind : {FileKind::image, FileKind::raw}) {
+      MetadataMap viaQuickPath;
+      MetadataMap viaExiv2;
+      ImageReader::readBytes(span, kind, *rome, viaQuickPath, true);
+      ImageReader::readBytes(span, kind, *rome, viaExiv2, false);
+      EXPECT_EQ(viaQuickPath, viaExiv2) << entry.path() << " as " << rawValue(kind);
+    }
+  }
+  std::cout << "JPEG samples: " << jpegs << ", read by the quick path: " << quick
+            << ", by the quick path and Exiv2's EXIF parser: " << exifParserOnly << "\n";
+  EXPECT_GT(jpegs, 200);
+  EXPECT_GT(quick, 0);
 }
 
 }  // namespace
