@@ -5,8 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <optional>
 #include <string>
 #include <vector>
@@ -307,6 +309,40 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
   }
 }
 
+// Zero bytes after the data handed to Exiv2 from memory.
+constexpr std::size_t kPadding = 4096;
+
+// Exiv2 0.27's CRW parser looks for the end of texts with strlen over the file's bytes, reading
+// past the end of a damaged file (found by fuzzing). From a mapped file that read lands in the
+// zero-filled rest of the last page, or past it when the size is a multiple of the page size;
+// CRW files are small, so they are read whole into a buffer that ends in zeros. Nothing for
+// other files.
+std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& path) {
+  static constexpr std::uint8_t kMagic[] = {'I', 'I', 0x1a, 0,   0,   0,   'H',
+                                            'E', 'A', 'P',  'C', 'C', 'D', 'R'};
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return std::nullopt;
+  std::optional<std::vector<std::uint8_t>> out;
+  std::uint8_t head[sizeof kMagic] = {};
+  struct stat st {};
+  if (::pread(fd, head, sizeof head, 0) == static_cast<ssize_t>(sizeof head) &&
+      std::memcmp(head, kMagic, sizeof kMagic) == 0 && ::fstat(fd, &st) == 0 && st.st_size > 0 &&
+      st.st_size < (256 << 20)) {
+    const auto size = static_cast<std::size_t>(st.st_size);
+    std::vector<std::uint8_t> bytes(size + kPadding, 0);
+    std::size_t done = 0;
+    while (done < size) {
+      const ssize_t n = ::pread(fd, bytes.data() + done, size - done, static_cast<off_t>(done));
+      if (n <= 0) break;
+      done += static_cast<std::size_t>(n);
+    }
+    bytes.resize(done + kPadding);
+    out = std::move(bytes);
+  }
+  ::close(fd);
+  return out;
+}
+
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
 // block to it. False when Exiv2's whole parse must decide.
 bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
@@ -364,6 +400,13 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
   }
   std::optional<MappedFile> mapped;
+  if (const auto crw = paddedCrw(path)) {
+    const std::span<const std::uint8_t> bytes(crw->data(), crw->size() - kPadding);
+    readWith(
+        [&] { return Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())); },
+        [&] { return bytes; }, kind, zone, out);
+    return;
+  }
   readWith([&] { return Exiv2::ImageFactory::open(path.string()); },
            [&] {
              if (!mapped) mapped.emplace(path);
@@ -383,8 +426,13 @@ void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
     });
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
   }
-  readWith([&] { return Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())); },
-           [&] { return bytes; }, kind, zone, out);
+  // Exiv2 may read a little past the end of what it is given (see paddedCrw): give it a copy that
+  // ends in zeros.
+  std::vector<std::uint8_t> padded(bytes.size() + kPadding, 0);
+  std::copy(bytes.begin(), bytes.end(), padded.begin());
+  const std::span<const std::uint8_t> copy(padded.data(), bytes.size());
+  readWith([&] { return Exiv2::ImageFactory::open(copy.data(), static_cast<long>(copy.size())); },
+           [&] { return copy; }, kind, zone, out);
 }
 
 }  // namespace tessane::ImageReader
