@@ -95,7 +95,7 @@ struct Reader {
   }
 };
 
-// The item id of the first "infe" whose type is "Exif".
+// The item id of the "infe" whose type is "Exif".
 std::optional<std::uint32_t> exifItemId(Bytes iinf) {
   Reader r{iinf};
   const auto version = r.take(1);
@@ -112,10 +112,8 @@ std::optional<std::uint32_t> exifItemId(Bytes iinf) {
     const auto itemId = e.take(v == 2 ? 2 : 4);
     e.skip(2);
     if (!e.ok || e.b.size() - e.pos < 4) return true;
-    if (std::memcmp(e.b.data() + e.pos, "Exif", 4) == 0) {
-      id = static_cast<std::uint32_t>(itemId);
-      return false;
-    }
+    // The last "Exif" item wins, as in Exiv2.
+    if (std::memcmp(e.b.data() + e.pos, "Exif", 4) == 0) id = static_cast<std::uint32_t>(itemId);
     return true;
   });
   return id;
@@ -123,7 +121,8 @@ std::optional<std::uint32_t> exifItemId(Bytes iinf) {
 
 // The bytes of item `id`, from iloc, in the file or in idat.
 std::vector<std::uint8_t> itemBytes(Bytes file, Bytes iloc, std::optional<Bytes> idat,
-                                    std::uint32_t id) {
+                                    std::uint32_t id, bool& plain) {
+  plain = false;
   Reader r{iloc};
   const auto version = r.take(1);
   r.skip(3);
@@ -140,6 +139,10 @@ std::vector<std::uint8_t> itemBytes(Bytes file, Bytes iloc, std::optional<Bytes>
     r.skip(2);  // data reference index
     const auto baseOffset = r.take(baseOffsetSize);
     const auto extentCount = r.take(2);
+    if (itemId == id) {
+      plain = version < 2 && offsetSize == 4 && lengthSize == 4 && baseOffsetSize == 0 &&
+              indexSize == 0 && method == 0 && extentCount == 1;
+    }
     std::vector<std::uint8_t> out;
     for (std::uint64_t e = 0; r.ok && e < extentCount; ++e) {
       if (indexSize > 0) r.skip(indexSize);
@@ -167,15 +170,35 @@ bool isTiffHeader(Bytes b) {
          (b[0] == 'M' && b[1] == 'M' && b[2] == 0 && b[3] == 42);
 }
 
-// An EXIF item starts with the offset of its TIFF header (usually past "Exif\0\0").
+// An EXIF item starts with the offset of its TIFF header (usually past "Exif\0\0"). The header
+// is taken where Exiv2 takes it: the first "II" or "MM" in the item.
 std::vector<std::uint8_t> tiffOfExifItem(std::vector<std::uint8_t> item) {
-  if (item.size() < 4) return {};
-  const std::uint64_t skip = readBE(Bytes(item), 0, 4);
-  if (skip > item.size() - 4) return {};
-  const std::size_t start = 4 + static_cast<std::size_t>(skip);
-  if (!isTiffHeader(Bytes(item).subspan(start))) return {};
+  if (item.size() < 9) return {};
+  std::size_t start = 0;
+  while (start < item.size() - 8 &&
+         !(item[start] == item[start + 1] && (item[start] == 'I' || item[start] == 'M')))
+    ++start;
+  if (start >= item.size() - 8 || !isTiffHeader(Bytes(item).subspan(start))) return {};
   item.erase(item.begin(), item.begin() + static_cast<std::ptrdiff_t>(start));
   return item;
+}
+
+// The largest "ispe" of the item properties, both sides larger, as Exiv2 keeps it.
+void imageSize(Bytes metaChildren, Found& found) {
+  const auto iprp = child(metaChildren, "iprp");
+  if (!iprp) return;
+  const auto ipco = child(iprp->payload, "ipco");
+  if (!ipco) return;
+  eachBox(ipco->payload, [&](const Box& b) {
+    if (b.type != "ispe" || b.payload.size() < 12) return true;
+    const auto w = static_cast<std::int64_t>(readBE(b.payload, 4, 4));
+    const auto h = static_cast<std::int64_t>(readBE(b.payload, 8, 4));
+    if (w > found.width && h > found.height) {
+      found.width = w;
+      found.height = h;
+    }
+    return true;
+  });
 }
 
 void findHeifExif(Bytes file, Bytes meta, Found& found) {
@@ -183,6 +206,7 @@ void findHeifExif(Bytes file, Bytes meta, Found& found) {
   r.skip(4);  // version and flags
   if (!r.ok) return;
   const Bytes children = meta.subspan(4);
+  imageSize(children, found);
   const auto iinf = child(children, "iinf");
   const auto iloc = child(children, "iloc");
   if (!iinf || !iloc) return;
@@ -190,7 +214,7 @@ void findHeifExif(Bytes file, Bytes meta, Found& found) {
   if (!id) return;
   std::optional<Bytes> idat;
   if (const auto box = child(children, "idat")) idat = box->payload;
-  found.ifd0 = tiffOfExifItem(itemBytes(file, iloc->payload, idat, *id));
+  found.ifd0 = tiffOfExifItem(itemBytes(file, iloc->payload, idat, *id, found.plainLayout));
 }
 
 void findCanonExif(Bytes moov, Found& found) {
@@ -202,6 +226,8 @@ void findCanonExif(Bytes moov, Found& found) {
         found.ifd0.assign(cmt.payload.begin(), cmt.payload.end());
       } else if (cmt.type == "CMT2" && isTiffHeader(cmt.payload)) {
         found.exifIfd.assign(cmt.payload.begin(), cmt.payload.end());
+      } else if (cmt.type == "CMT3") {
+        found.canonMakerNote = true;
       }
       return true;
     });

@@ -19,6 +19,15 @@ namespace tessane::BmffExif {
 struct Found {
   std::vector<std::uint8_t> ifd0;  // a TIFF stream whose first IFD is IFD0 (HEIC: the whole EXIF)
   std::vector<std::uint8_t> exifIfd;  // CR3 only: a TIFF stream whose first IFD is the EXIF IFD
+  bool canonMakerNote = false;        // CR3 only: the maker note box (CMT3) is there
+  // HEIF: the largest image size its "ispe" properties give (both sides larger), as Exiv2 takes it
+  // when the EXIF pixel dimensions are missing.
+  std::int64_t width = 0;
+  std::int64_t height = 0;
+  // The EXIF item is laid out as Exiv2 0.27 reads it (iloc version 0 or 1, 4-byte offsets and
+  // lengths, no base offset, one extent in the file itself): only then can the quick path stand
+  // in for Exiv2's own reading of the file.
+  bool plainLayout = false;
 
   bool empty() const noexcept { return ifd0.empty() && exifIfd.empty(); }
 };

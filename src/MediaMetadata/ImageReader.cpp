@@ -288,6 +288,9 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
   try {
     image.reset(open().release());
     if (!image) return;
+    // Exiv2 also opens videos (QuickTime, RIFF, Matroska, ASF), and its video readers crash on
+    // common files (found reading an MP4 named as a photo). Videos are read by libavformat.
+    if (image->mimeType().rfind("video/", 0) == 0) return;
     image->readMetadata();
   } catch (...) {
     // A damaged part stops Exiv2; what it read before that is still there.
@@ -341,6 +344,35 @@ std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& 
   }
   ::close(fd);
   return out;
+}
+
+// The quick path for ISO base media files (HEIC, HEIF, HIF, CR3): the EXIF streams found through
+// the boxes read the quick way, when the file is laid out as Exiv2 reads it and the maker note
+// could add nothing. False when Exiv2's whole parse must decide.
+bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+               MetadataMap& out) {
+  const BmffExif::Found found = BmffExif::find(bytes);
+  ImageFields f;
+  bool makerNote = false;
+  if (!found.exifIfd.empty() || found.canonMakerNote) {
+    // CR3: IFD0 and the EXIF IFD in boxes of their own, the photo's size from EXIF.
+    if (kind != FileKind::raw || found.ifd0.empty() || found.exifIfd.empty()) return false;
+    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote) ||
+        !JpegExif::readTiff(found.exifIfd, JpegExif::TiffStart::exifIfd, true, f, makerNote))
+      return false;
+    if (found.canonMakerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    if (!f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) return false;
+  } else {
+    if (!found.plainLayout || found.ifd0.empty()) return false;
+    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote))
+      return false;
+    if (makerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    // Exiv2 gives a HEIF file's EXIF pixel dimensions as its size when they are there.
+    f.imageWidth = f.pixelX ? f.pixelX->first.value_or(0) : found.width;
+    f.imageHeight = f.pixelY ? f.pixelY->first.value_or(0) : found.height;
+  }
+  ImageFieldsMapping::toMetadata(f, kind, zone, out);
+  return true;
 }
 
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
@@ -398,6 +430,10 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
     }
     ::close(fd);
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
+    if (BmffExif::looksLikeBmff(head)) {
+      const MappedFile whole(path);
+      if (quickBmff(whole.bytes(), kind, zone, out)) return;
+    }
   }
   std::optional<MappedFile> mapped;
   if (const auto crw = paddedCrw(path)) {
@@ -426,6 +462,7 @@ void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
     });
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
   }
+  if (quickPath && BmffExif::looksLikeBmff(bytes) && quickBmff(bytes, kind, zone, out)) return;
   // Exiv2 may read a little past the end of what it is given (see paddedCrw): give it a copy that
   // ends in zeros.
   std::vector<std::uint8_t> padded(bytes.size() + kPadding, 0);

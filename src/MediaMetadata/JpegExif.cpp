@@ -176,40 +176,8 @@ bool makerKeepsSerial(const std::optional<ExifEntry>& make) {
   return false;
 }
 
-void readExif(Bytes exif, ImageFields& f) {
-  const Tiff t(exif);
-  std::optional<std::uint32_t> exifIfd;
-  for (const Entry& e : readIfd(t, t.u32(4))) {
-    if (e.count == 0) continue;
-    switch (e.tag) {
-      case 0x010f:
-        take(f.make, asText(t, e));
-        break;
-      case 0x0110:
-        take(f.model, asText(t, e));
-        break;
-      case 0x013b:
-        take(f.artist, asText(t, e));
-        break;
-      case 0x0132:
-        take(f.dateTime, asText(t, e));
-        break;
-      case 0xc62f:
-        take(f.cameraSerial, asText(t, e));
-        break;
-      case 0xc620:
-        throw GiveUp{};  // a DNG's crop: not a JPEG's business
-      case 0x8769:
-        if (exifIfd || (e.type != 4 && e.type != 13) || e.count != 1) throw GiveUp{};
-        exifIfd = t.u32(e.data);
-        break;
-      default:
-        break;
-    }
-  }
-  if (!exifIfd) return;
-  bool makerNote = false;
-  for (const Entry& e : readIfd(t, *exifIfd)) {
+void readExifIfd(const Tiff& t, std::uint32_t offset, ImageFields& f, bool& makerNote) {
+  for (const Entry& e : readIfd(t, offset)) {
     if (e.count == 0) continue;
     switch (e.tag) {
       case 0x829a:
@@ -261,13 +229,53 @@ void readExif(Bytes exif, ImageFields& f) {
         break;
     }
   }
-  if (!makerNote) return;
-  const bool lensKnown = f.lensModel && [&] {
-    const auto text = MetadataText::clean(f.lensModel->text);
-    return text && ImageFieldsMapping::isLensName(*text);
-  }();
-  const bool serialKnown = cleanNonEmpty(f.bodySerial) || cleanNonEmpty(f.cameraSerial);
-  if (!lensKnown || (!serialKnown && makerKeepsSerial(f.make))) throw GiveUp{};
+}
+
+void readStream(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields& f,
+                bool& makerNote) {
+  const Tiff t(stream);
+  if (start == TiffStart::exifIfd) return readExifIfd(t, t.u32(4), f, makerNote);
+  std::optional<std::uint32_t> exifIfd;
+  for (const Entry& e : readIfd(t, t.u32(4))) {
+    if (e.count == 0) continue;
+    switch (e.tag) {
+      case 0x010f:
+        take(f.make, asText(t, e));
+        break;
+      case 0x0110:
+        take(f.model, asText(t, e));
+        break;
+      case 0x013b:
+        take(f.artist, asText(t, e));
+        break;
+      case 0x0132:
+        take(f.dateTime, asText(t, e));
+        break;
+      case 0xc62f:
+        take(f.cameraSerial, asText(t, e));
+        break;
+      case 0xc620:
+        throw GiveUp{};  // a DNG's crop
+      case 0x83bb:
+      case 0x8649:
+        // IPTC kept inside the TIFF stream: Exiv2 reads it from there for some formats.
+        if (tiffIptcMatters) throw GiveUp{};
+        break;
+      case 0x8769:
+        if (exifIfd || (e.type != 4 && e.type != 13) || e.count != 1) throw GiveUp{};
+        exifIfd = t.u32(e.data);
+        break;
+      default:
+        break;
+    }
+  }
+  if (exifIfd) readExifIfd(t, *exifIfd, f, makerNote);
+}
+
+void readExif(Bytes exif, ImageFields& f) {
+  bool makerNote = false;
+  readStream(exif, TiffStart::ifd0, false, f, makerNote);
+  if (makerNote && makerNoteCouldAdd(f)) throw GiveUp{};
 }
 
 void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
@@ -295,6 +303,27 @@ bool isSof(std::uint8_t m) {
 }
 
 }  // namespace
+
+bool makerNoteCouldAdd(const ImageFields& f) {
+  const bool lensKnown = f.lensModel && [&] {
+    const auto text = MetadataText::clean(f.lensModel->text);
+    return text && ImageFieldsMapping::isLensName(*text);
+  }();
+  const bool serialKnown = cleanNonEmpty(f.bodySerial) || cleanNonEmpty(f.cameraSerial);
+  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make));
+}
+
+bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIptcMatters,
+              ImageFields& fields, bool& makerNote) {
+  try {
+    ImageFields f = fields;
+    readStream(stream, start, tiffIptcMatters, f, makerNote);
+    fields = std::move(f);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
 
 bool looksLikeJpeg(std::span<const std::uint8_t> head) noexcept {
   return head.size() >= 3 && head[0] == 0xff && head[1] == 0xd8 && head[2] == 0xff;

@@ -35,6 +35,19 @@ struct Parts {
 
 std::optional<Parts> read(const Fetch& fetch);
 
+// Reading one TIFF stream the quick way, for other containers (HEIF, CR3). `start` says whether
+// its first IFD is IFD0 (which may point to the EXIF IFD) or the EXIF IFD itself. Adds to
+// `fields` and sets `makerNote` when the EXIF IFD has one; false, leaving `fields` as they were,
+// when the quick path can't be sure to read as Exiv2 does. With `tiffIptcMatters`, IPTC kept in
+// IFD0 also makes it give up (Exiv2 reads it from there outside JPEG files).
+enum class TiffStart { ifd0, exifIfd };
+bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIptcMatters,
+              ImageFields& fields, bool& makerNote);
+
+// Whether a maker note could add to these fields: the EXIF lens model doesn't name a lens, or
+// the serial number is missing and the camera's maker keeps one in its maker note.
+bool makerNoteCouldAdd(const ImageFields& fields);
+
 // A value read as a float, as Exiv2 gives numbers, as a positive whole number: nothing when it is
 // below 1, above four billion or not finite.
 std::optional<std::int64_t> positiveInteger(float v);
