@@ -70,6 +70,9 @@ void readSize(const ImageFields& f, FileKind kind, MetadataMap& out) {
     const std::int64_t cropH = secondOf(f.defaultCrop);
     if (cropW > 0 && cropH > 0) return setSize(out, cropW, cropH);
     if (exifW > 0 && exifH > 0) return setSize(out, exifW, exifH);
+    const std::int64_t makerW = firstOf(f.makerWidth);
+    const std::int64_t makerH = firstOf(f.makerHeight);
+    if (makerW > 0 && makerH > 0) return setSize(out, makerW, makerH);
     return setSize(out, f.imageWidth, f.imageHeight);
   }
   if (f.imageWidth > 0 && f.imageHeight > 0) return setSize(out, f.imageWidth, f.imageHeight);

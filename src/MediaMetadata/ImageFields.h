@@ -36,6 +36,10 @@ struct ImageFields {
   // EXIF lens model is missing).
   std::optional<ExifEntry> makerSerial;
   std::optional<std::string> makerLens;
+  // The photo's size as Panasonic's maker note gives it (its RAW files carry no EXIF size).
+  std::optional<ExifEntry> makerWidth, makerHeight;
+  // Set by the quick paths, which don't read maker notes: the EXIF IFD has one.
+  bool makerNote = false;
   // IPTC (record 2): the first of each.
   std::optional<std::string> byline, city, subLocation, objectName, headline;
   // The decoded image's size, 0 when unknown.

@@ -38,6 +38,8 @@ struct Groups {
   int photo = -1;
   // Maker-note serial numbers, in order of preference: (ifd id, tag).
   std::vector<std::pair<int, std::uint16_t>> makerSerials;
+  // Panasonic's maker note: the photo's width and height.
+  int panasonic = -1;
 };
 
 const Groups& groups() {
@@ -45,6 +47,7 @@ const Groups& groups() {
     Groups out;
     out.image = Exiv2::ExifKey("Exif.Image.Make").ifdId();
     out.photo = Exiv2::ExifKey("Exif.Photo.FNumber").ifdId();
+    out.panasonic = Exiv2::ExifKey("Exif.Panasonic.ImageWidth").ifdId();
     for (const char* key :
          {"Exif.Canon.SerialNumber", "Exif.Nikon3.SerialNumber", "Exif.Fujifilm.SerialNumber",
           "Exif.OlympusEq.SerialNumber", "Exif.Olympus.SerialNumber", "Exif.Pentax.SerialNumber",
@@ -196,6 +199,8 @@ ImageFields pick(const Exiv2::ExifData& exif) {
         default:
           break;
       }
+    } else if (ifd == g.panasonic && (tag == 0x004b || tag == 0x004c)) {
+      keepFirst(tag == 0x004b ? f.makerWidth : f.makerHeight, d, Form::integers);
     } else if (tag == 0xc620) {
       // The raw image's IFD of a DNG (SubImage1 and so on) holds its default crop.
       if (d.groupName().rfind("SubImage", 0) == 0) keepFirst(f.defaultCrop, d, Form::integers);
@@ -281,6 +286,11 @@ class MappedFile {
   std::size_t size_ = 0;
 };
 
+// Exiv2's image types for the videos it opens: RIFF, Matroska, QuickTime, ASF.
+bool isVideo(int imageType) {
+  return imageType == 20 || imageType == 21 || imageType == 22 || imageType == 24;
+}
+
 template <typename Open, typename Bytes>
 void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zone,
               MetadataMap& out) {
@@ -290,7 +300,8 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
     if (!image) return;
     // Exiv2 also opens videos (QuickTime, RIFF, Matroska, ASF), and its video readers crash on
     // common files (found reading an MP4 named as a photo). Videos are read by libavformat.
-    if (image->mimeType().rfind("video/", 0) == 0) return;
+    // (Asking for the MIME type here would fix a TIFF file's primary group before it is read.)
+    if (isVideo(image->imageType())) return;
     image->readMetadata();
   } catch (...) {
     // A damaged part stops Exiv2; what it read before that is still there.
@@ -346,6 +357,13 @@ std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& 
   return out;
 }
 
+// A RAW file's size may come from its maker note when EXIF gives none; the quick paths don't
+// read maker notes.
+bool needsMakerSize(const ImageFields& f, FileKind kind) {
+  const bool exifSize = f.pixelX && f.pixelX->first && f.pixelY && f.pixelY->first;
+  return kind == FileKind::raw && f.makerNote && !exifSize;
+}
+
 // The quick path for ISO base media files (HEIC, HEIF, HIF, CR3): the EXIF streams found through
 // the boxes read the quick way, when the file is laid out as Exiv2 reads it and the maker note
 // could add nothing. False when Exiv2's whole parse must decide.
@@ -361,6 +379,7 @@ bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
         !JpegExif::readTiff(found.exifIfd, JpegExif::TiffStart::exifIfd, true, f, makerNote))
       return false;
     if (found.canonMakerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    f.makerNote = f.makerNote || found.canonMakerNote;
     if (!f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) return false;
   } else {
     if (!found.plainLayout || found.ifd0.empty()) return false;
@@ -371,6 +390,7 @@ bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
     f.imageWidth = f.pixelX ? f.pixelX->first.value_or(0) : found.width;
     f.imageHeight = f.pixelY ? f.pixelY->first.value_or(0) : found.height;
   }
+  if (needsMakerSize(f, kind)) return false;
   ImageFieldsMapping::toMetadata(f, kind, zone, out);
   return true;
 }
@@ -398,6 +418,7 @@ bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, M
       return false;
     }
   }
+  if (needsMakerSize(parts.fields, kind)) return false;
   ImageFieldsMapping::toMetadata(parts.fields, kind, zone, out);
   return true;
 }

@@ -14,7 +14,8 @@
 //                      SubSecTimeDigitized, else DateTime + SubSecTime; the first that parses
 // Pixel size: the decoded image's size for ordinary images. For RAW files Exiv2's own size is
 // often the sensor's or a preview's, so the size a photographer would call the photo's comes first:
-// a DNG's default crop, else the EXIF pixel dimensions, else Exiv2's size.
+// a DNG's default crop, else the EXIF pixel dimensions, else the size in Panasonic's maker note,
+// else Exiv2's size.
 //
 // JPEG files go through a quick path (JpegExif) that gives the same values without Exiv2's full
 // parse, and falls back to it whenever it can't be sure to.

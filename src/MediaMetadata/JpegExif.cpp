@@ -275,6 +275,7 @@ void readStream(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields
 void readExif(Bytes exif, ImageFields& f) {
   bool makerNote = false;
   readStream(exif, TiffStart::ifd0, false, f, makerNote);
+  f.makerNote = makerNote;
   if (makerNote && makerNoteCouldAdd(f)) throw GiveUp{};
 }
 
@@ -318,6 +319,7 @@ bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIp
   try {
     ImageFields f = fields;
     readStream(stream, start, tiffIptcMatters, f, makerNote);
+    f.makerNote = f.makerNote || makerNote;
     fields = std::move(f);
     return true;
   } catch (...) {

@@ -351,3 +351,37 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
 
 }  // namespace
 }  // namespace tessane
+
+namespace tessane {
+namespace {
+
+// A RAW file's size is the photo's, not a preview's or the sensor's (the expected sizes are the
+// other tools' readings of the same files).
+TEST(SampleAgreement, RawFilesHaveThePhotosSize) {
+  const fs::path root = testing::samplesFolder();
+  if (root.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
+  const MetadataProvider provider(*utc);
+  const struct {
+    const char* file;
+    std::int64_t width, height;
+  } cases[] = {
+      {"exiftool/DNG.dng", 3456, 2304},        // the default crop, not the sensor's 3516 x 2328
+      {"exiftool/Panasonic.rw2", 3648, 2736},  // the maker note's, not the sensor's 3724 x 2754
+      {"exiftool/CanonRaw.cr3", 6000, 4000},
+      {"exiftool/CanonRaw.cr2", 3456, 2304},
+      {"exiftool/CanonRaw.crw", 3072, 2048},
+      {"exiftool/PhaseOne.iiq", 7320, 5484},
+      // The raw data's size: Nikon keeps the photo's 3008 x 2000 nowhere Exiv2 reads. Not the
+      // 160 x 106 preview in IFD0.
+      {"exiftool/Nikon.nef", 3040, 2014},
+  };
+  for (const auto& c : cases) {
+    const MetadataMap m = provider.metadata(root / c.file, FileKind::raw);
+    EXPECT_EQ(show(m.find(MetadataKey::width)), std::to_string(c.width)) << c.file;
+    EXPECT_EQ(show(m.find(MetadataKey::height)), std::to_string(c.height)) << c.file;
+  }
+}
+
+}  // namespace
+}  // namespace tessane
