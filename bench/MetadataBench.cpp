@@ -1,0 +1,240 @@
+// Reading the metadata of a folder of real camera files: our batch read against the floor (open
+// each file and read its first 64 KiB) and against two command-line readers of the same files.
+//
+// The folder holds at least 2,000 files: the camera files among the samples (RAW, JPEG and HEIF
+// files in which a camera make is found, leaving out files made to crash a reader), repeated by
+// hard links (copies where links fail) into a temporary folder. Every figure is files per second
+// from one run, so read them as ratios: the machine is shared and absolute times are noisy. The
+// page cache is warm for every reader alike.
+//
+//   MetadataBench [--benchmark_filter=...]        (TESSANE_SAMPLES names the samples folder)
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unicode/timezone.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <span>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/MetadataBatch.h"
+#include "MediaMetadata/MetadataProvider.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace tessane;
+
+constexpr std::size_t kFiles = 2000;
+
+fs::path samplesFolder() {
+  if (const char* env = std::getenv("TESSANE_SAMPLES")) return env;
+  return fs::path(TESSANE_SOURCE_DIR) / ".." / "shared" / "samples";
+}
+
+class Folder {
+ public:
+  Folder() {
+    std::string pattern = (fs::temp_directory_path() / "tessane-bench-XXXXXX").string();
+    if (::mkdtemp(pattern.data()) == nullptr) std::abort();
+    path_ = pattern;
+
+    const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
+    const MetadataProvider provider(*utc);
+    std::vector<fs::path> cameraFiles;
+    const fs::path root = samplesFolder();
+    std::error_code ec;
+    for (auto it = fs::recursive_directory_iterator(root, ec); !ec && it != fs::end(it);
+         it.increment(ec)) {
+      if (!it->is_regular_file()) continue;
+      // What cameras and phones write: RAW, JPEG and HEIF files (not PNG, GIF, WebP or TIFF).
+      const std::string name = it->path().filename().string();
+      const FileKind kind = fileKindOf(name);
+      std::string ext = it->path().extension().string();
+      for (char& c : ext)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+      const bool cameraImage =
+          ext == ".jpg" || ext == ".jpeg" || ext == ".heic" || ext == ".heif" || ext == ".hif";
+      if (kind != FileKind::raw && !cameraImage) continue;
+      // Files made to crash a reader, or broken on purpose, are not camera files.
+      std::string lower = it->path().string();
+      for (char& c : lower)
+        c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+      bool madeUp = false;
+      for (const char* word :
+           {"poc", "crash", "cve", "issue", "bug", "fuzz", "corrupt", "invalid", "error", "test"}) {
+        if (lower.find(word, root.string().size()) != std::string::npos) madeUp = true;
+      }
+      if (madeUp) continue;
+      if (provider.metadata(it->path(), kind).find(MetadataKey::make) == nullptr) continue;
+      cameraFiles.push_back(it->path());
+    }
+    std::sort(cameraFiles.begin(), cameraFiles.end());
+    if (cameraFiles.empty()) {
+      std::cerr << "No camera files under " << root << " (set TESSANE_SAMPLES)\n";
+      std::exit(1);
+    }
+    for (std::size_t i = 0; files_.size() < kFiles; ++i) {
+      const fs::path& source = cameraFiles[i % cameraFiles.size()];
+      const fs::path target = path_ / (std::to_string(i) + "_" + source.filename().string());
+      fs::create_hard_link(source, target, ec);
+      if (ec) fs::copy_file(source, target, ec);
+      if (ec) std::abort();
+      files_.push_back(BatchFile{target, fileKindOf(target.filename().string())});
+    }
+    std::cerr << files_.size() << " files from " << cameraFiles.size() << " camera samples in "
+              << path_ << "\n";
+  }
+  ~Folder() {
+    std::error_code ec;
+    fs::remove_all(path_, ec);
+  }
+
+  const fs::path& path() const { return path_; }
+  const std::vector<BatchFile>& files() const { return files_; }
+
+ private:
+  fs::path path_;
+  std::vector<BatchFile> files_;
+};
+
+const Folder& folder() {
+  static const Folder f;
+  return f;
+}
+
+const MetadataProvider& provider() {
+  static const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone("UTC"));
+  static const MetadataProvider p(*zone);
+  return p;
+}
+
+// The floor: open each file and read its first 64 KiB, on `threads` threads.
+void floorRead(const std::vector<BatchFile>& files, unsigned threads) {
+  std::atomic<std::size_t> next{0};
+  const auto work = [&] {
+    std::vector<char> buffer(64 * 1024);
+    for (std::size_t i; (i = next.fetch_add(1)) < files.size();) {
+      const int fd = ::open(files[i].path.c_str(), O_RDONLY | O_CLOEXEC);
+      if (fd < 0) continue;
+      benchmark::DoNotOptimize(::read(fd, buffer.data(), buffer.size()));
+      ::close(fd);
+    }
+  };
+  std::vector<std::jthread> pool;
+  for (unsigned t = 1; t < threads; ++t)
+    pool.emplace_back(work);
+  work();
+}
+
+void BM_Floor(benchmark::State& state) {
+  const auto& files = folder().files();
+  for (auto _ : state)
+    floorRead(files, static_cast<unsigned>(state.range(0)));
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+}
+BENCHMARK(BM_Floor)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void BM_BatchRead(benchmark::State& state) {
+  const auto& files = folder().files();
+  BatchOptions options;
+  options.threads = static_cast<unsigned>(state.range(0));
+  for (auto _ : state) {
+    const BatchResult r = MetadataBatch::read(provider(), files, options);
+    benchmark::DoNotOptimize(r.files.data());
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+}
+BENCHMARK(BM_BatchRead)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+// The same read over the files that the quick JPEG path reads alone (no maker note needed, as
+// with most cameras of the last ten years, which write the lens model and body serial in EXIF).
+const std::vector<BatchFile>& quickPathFiles() {
+  static const std::vector<BatchFile> files = [] {
+    std::vector<BatchFile> out;
+    std::vector<std::uint8_t> head(64 * 1024);
+    for (const BatchFile& f : folder().files()) {
+      const int fd = ::open(f.path.c_str(), O_RDONLY | O_CLOEXEC);
+      if (fd < 0) continue;
+      const ssize_t n = ::pread(fd, head.data(), head.size(), 0);
+      ::close(fd);
+      const std::span<const std::uint8_t> bytes(head.data(),
+                                                n > 0 ? static_cast<std::size_t>(n) : 0);
+      if (!JpegExif::looksLikeJpeg(bytes)) continue;
+      const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+        if (offset > bytes.size()) return std::span<const std::uint8_t>();
+        return bytes.subspan(offset, std::min<std::size_t>(size, bytes.size() - offset));
+      });
+      if (parts && !parts->exifForExiv2) out.push_back(f);
+    }
+    std::cerr << out.size() << " of the files are read by the quick path alone\n";
+    return out;
+  }();
+  return files;
+}
+
+void BM_BatchReadQuickPathFiles(benchmark::State& state) {
+  const auto& files = quickPathFiles();
+  BatchOptions options;
+  options.threads = static_cast<unsigned>(state.range(0));
+  for (auto _ : state) {
+    const BatchResult r = MetadataBatch::read(provider(), files, options);
+    benchmark::DoNotOptimize(r.files.data());
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+}
+BENCHMARK(BM_BatchReadQuickPathFiles)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void BM_FloorQuickPathFiles(benchmark::State& state) {
+  const auto& files = quickPathFiles();
+  for (auto _ : state)
+    floorRead(files, static_cast<unsigned>(state.range(0)));
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+}
+BENCHMARK(BM_FloorQuickPathFiles)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+bool installed(const char* tool) {
+  const std::string probe = std::string("command -v ") + tool + " >/dev/null 2>&1";
+  return std::system(probe.c_str()) == 0;
+}
+
+void runTool(benchmark::State& state, const char* tool, const std::string& command) {
+  if (!installed(tool)) {
+    state.SkipWithError((std::string(tool) + " is not installed").c_str());
+    return;
+  }
+  const auto& files = folder().files();
+  for (auto _ : state) {
+    if (std::system(command.c_str()) == -1) state.SkipWithError("could not run");
+  }
+  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+}
+
+void BM_Exiv2Tool(benchmark::State& state) {
+  const std::string dir = folder().path().string();
+  runTool(state, "exiv2", "cd '" + dir + "' && exiv2 -q -pt * >/dev/null 2>&1");
+}
+BENCHMARK(BM_Exiv2Tool)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void BM_ExifTool(benchmark::State& state) {
+  const std::string dir = folder().path().string();
+  runTool(state, "exiftool",
+          "exiftool -fast -j -Make -Model -LensModel -SerialNumber -ISO -ExposureTime -FNumber "
+          "-FocalLength -DateTimeOriginal -SubSecTimeOriginal -Artist -City -Sub-location "
+          "-ObjectName -Headline -ImageWidth -ImageHeight '" +
+              dir + "' >/dev/null 2>&1");
+}
+BENCHMARK(BM_ExifTool)->Iterations(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();

@@ -1,0 +1,496 @@
+#include "ImageReader.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <exiv2/exiv2.hpp>
+#pragma GCC diagnostic pop
+
+#include "BmffExif.h"
+#include "ImageFields.h"
+#include "IptcFields.h"
+#include "JpegExif.h"
+#include "MetadataText.h"
+
+namespace tessane::ImageReader {
+namespace {
+
+using Exiv2::Exifdatum;
+
+// What the quick path reads at once: the EXIF segment of a camera JPEG fits in it.
+constexpr std::size_t kHeadBytes = 64 * 1024;
+
+// The IFDs are told apart by Exiv2's internal ids, found once from known keys.
+struct Groups {
+  int image = -1;
+  int photo = -1;
+  // Maker-note serial numbers, in order of preference: (ifd id, tag).
+  std::vector<std::pair<int, std::uint16_t>> makerSerials;
+  // Panasonic's maker note: the photo's width and height.
+  int panasonic = -1;
+};
+
+const Groups& groups() {
+  static const Groups g = [] {
+    Groups out;
+    out.image = Exiv2::ExifKey("Exif.Image.Make").ifdId();
+    out.photo = Exiv2::ExifKey("Exif.Photo.FNumber").ifdId();
+    out.panasonic = Exiv2::ExifKey("Exif.Panasonic.ImageWidth").ifdId();
+    for (const char* key :
+         {"Exif.Canon.SerialNumber", "Exif.Nikon3.SerialNumber", "Exif.Fujifilm.SerialNumber",
+          "Exif.OlympusEq.SerialNumber", "Exif.Olympus.SerialNumber", "Exif.Pentax.SerialNumber",
+          "Exif.Panasonic.InternalSerialNumber", "Exif.Sigma.SerialNumber"}) {
+      try {
+        const Exiv2::ExifKey k(key);
+        out.makerSerials.emplace_back(k.ifdId(), k.tag());
+      } catch (...) {
+        // A key this Exiv2 doesn't know is simply not looked for.
+      }
+    }
+    return out;
+  }();
+  return g;
+}
+
+std::optional<double> rational(const Exifdatum& d) {
+  if (d.count() < 1) return std::nullopt;
+  double v = 0;
+  // Exiv2 turns unsigned rationals into signed ones on the way out; read them as they are.
+  if (const auto* u = dynamic_cast<const Exiv2::URationalValue*>(&d.value())) {
+    const Exiv2::URational r = u->value_.front();
+    if (r.second == 0) return std::nullopt;
+    v = static_cast<double>(r.first) / static_cast<double>(r.second);
+  } else {
+    const Exiv2::Rational r = d.toRational(0);
+    if (r.second == 0) return std::nullopt;
+    v = static_cast<double>(r.first) / static_cast<double>(r.second);
+  }
+  if (!std::isfinite(v) || v <= 0) return std::nullopt;
+  return v;
+}
+
+std::optional<std::int64_t> positiveInteger(const Exifdatum& d, long n) {
+  if (d.count() <= n) return std::nullopt;
+  return JpegExif::positiveInteger(d.toFloat(n));
+}
+
+std::string text(const Exifdatum& d) {
+  const Exiv2::TypeId type = d.typeId();
+  if (type == Exiv2::undefined || type == Exiv2::unsignedByte) {
+    // Some maker notes keep texts as bytes (Panasonic's serial number): read them as characters.
+    std::string bytes(static_cast<std::size_t>(d.size()), '\0');
+    if (!bytes.empty()) d.copy(reinterpret_cast<Exiv2::byte*>(bytes.data()), Exiv2::bigEndian);
+    return bytes;
+  }
+  return d.toString();
+}
+
+enum class Form { text, ratio, integers };
+
+void keepFirst(std::optional<ExifEntry>& slot, const Exifdatum& d, Form form) {
+  if (slot || d.count() <= 0) return;
+  ExifEntry e;
+  try {
+    switch (form) {
+      case Form::text:
+        e.text = text(d);
+        break;
+      case Form::ratio:
+        e.ratio = rational(d);
+        break;
+      case Form::integers:
+        e.first = positiveInteger(d, 0);
+        e.second = positiveInteger(d, 1);
+        break;
+    }
+  } catch (...) {
+    return;  // a value Exiv2 can't convert is left out
+  }
+  slot = std::move(e);
+}
+
+// The EXIF entries the reader uses, found in one pass over Exiv2's EXIF data.
+ImageFields pick(const Exiv2::ExifData& exif) {
+  const Groups& g = groups();
+  ImageFields f;
+  std::size_t makerSerialRank = SIZE_MAX;
+  for (const Exifdatum& d : exif) {
+    const int ifd = d.ifdId();
+    const std::uint16_t tag = d.tag();
+    if (ifd == g.image) {
+      switch (tag) {
+        case 0x010f:
+          keepFirst(f.make, d, Form::text);
+          break;
+        case 0x0110:
+          keepFirst(f.model, d, Form::text);
+          break;
+        case 0x013b:
+          keepFirst(f.artist, d, Form::text);
+          break;
+        case 0x0132:
+          keepFirst(f.dateTime, d, Form::text);
+          break;
+        case 0xc62f:
+          keepFirst(f.cameraSerial, d, Form::text);
+          break;
+        case 0xc620:
+          keepFirst(f.defaultCrop, d, Form::integers);
+          break;
+        default:
+          break;
+      }
+    } else if (ifd == g.photo) {
+      switch (tag) {
+        case 0x829a:
+          keepFirst(f.exposure, d, Form::ratio);
+          break;
+        case 0x829d:
+          keepFirst(f.fNumber, d, Form::ratio);
+          break;
+        case 0x920a:
+          keepFirst(f.focal, d, Form::ratio);
+          break;
+        case 0x8827:
+          keepFirst(f.isoRatings, d, Form::integers);
+          break;
+        case 0x8833:
+          keepFirst(f.isoSpeed, d, Form::integers);
+          break;
+        case 0x9003:
+          keepFirst(f.original, d, Form::text);
+          break;
+        case 0x9004:
+          keepFirst(f.digitized, d, Form::text);
+          break;
+        case 0x9290:
+          keepFirst(f.subSec, d, Form::text);
+          break;
+        case 0x9291:
+          keepFirst(f.subSecOriginal, d, Form::text);
+          break;
+        case 0x9292:
+          keepFirst(f.subSecDigitized, d, Form::text);
+          break;
+        case 0xa002:
+          keepFirst(f.pixelX, d, Form::integers);
+          break;
+        case 0xa003:
+          keepFirst(f.pixelY, d, Form::integers);
+          break;
+        case 0xa431:
+          keepFirst(f.bodySerial, d, Form::text);
+          break;
+        case 0xa434:
+          keepFirst(f.lensModel, d, Form::text);
+          break;
+        default:
+          break;
+      }
+    } else if (ifd == g.panasonic && (tag == 0x004b || tag == 0x004c)) {
+      keepFirst(tag == 0x004b ? f.makerWidth : f.makerHeight, d, Form::integers);
+    } else if (tag == 0xc620) {
+      // The raw image's IFD of a DNG (SubImage1 and so on) holds its default crop.
+      if (d.groupName().rfind("SubImage", 0) == 0) keepFirst(f.defaultCrop, d, Form::integers);
+    } else {
+      for (std::size_t i = 0; i < g.makerSerials.size() && i < makerSerialRank; ++i) {
+        if (g.makerSerials[i].first == ifd && g.makerSerials[i].second == tag && d.count() > 0) {
+          f.makerSerial.reset();
+          keepFirst(f.makerSerial, d, Form::text);
+          makerSerialRank = i;
+          break;
+        }
+      }
+    }
+  }
+  // The maker note's lens, only when the EXIF lens model doesn't name one.
+  const bool exifLens = f.lensModel && [&] {
+    const auto t = MetadataText::clean(f.lensModel->text);
+    return t && ImageFieldsMapping::isLensName(*t);
+  }();
+  if (!exifLens) {
+    try {
+      const auto guess = Exiv2::lensName(exif);
+      if (guess != exif.end()) f.makerLens = guess->print(&exif);
+    } catch (...) {
+    }
+  }
+  return f;
+}
+
+// EXIF that Exiv2 could not reach in an ISO base media file, decoded from the boxes.
+void decodeBmffExif(std::span<const std::uint8_t> bytes, Exiv2::ExifData& exif) {
+  const BmffExif::Found found = BmffExif::find(bytes);
+  if (found.empty()) return;
+  try {
+    if (!found.ifd0.empty()) {
+      Exiv2::ExifParser::decode(exif, found.ifd0.data(),
+                                static_cast<std::uint32_t>(found.ifd0.size()));
+    }
+  } catch (...) {
+    // Keep what was decoded.
+  }
+  if (found.exifIfd.empty()) return;
+  try {
+    Exiv2::ExifData photo;
+    Exiv2::ExifParser::decode(photo, found.exifIfd.data(),
+                              static_cast<std::uint32_t>(found.exifIfd.size()));
+    // The stream's first IFD is the EXIF IFD: file its entries where they belong.
+    for (const Exifdatum& d : photo) {
+      if (d.ifdId() != groups().image) continue;
+      exif.add(Exiv2::ExifKey(d.tag(), "Photo"), &d.value());
+    }
+  } catch (...) {
+  }
+}
+
+// Maps the whole file read-only; empty when it can't.
+class MappedFile {
+ public:
+  explicit MappedFile(const std::filesystem::path& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return;
+    struct stat st {};
+    if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size > 0) {
+      void* p =
+          ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ, MAP_PRIVATE, fd, 0);
+      if (p != MAP_FAILED) {
+        data_ = static_cast<const std::uint8_t*>(p);
+        size_ = static_cast<std::size_t>(st.st_size);
+      }
+    }
+    ::close(fd);
+  }
+  ~MappedFile() {
+    if (data_ != nullptr) ::munmap(const_cast<std::uint8_t*>(data_), size_);
+  }
+  MappedFile(const MappedFile&) = delete;
+  MappedFile& operator=(const MappedFile&) = delete;
+
+  std::span<const std::uint8_t> bytes() const { return {data_, size_}; }
+
+ private:
+  const std::uint8_t* data_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+// Exiv2's image types for the videos it opens: RIFF, Matroska, QuickTime, ASF.
+bool isVideo(int imageType) {
+  return imageType == 20 || imageType == 21 || imageType == 22 || imageType == 24;
+}
+
+template <typename Open, typename Bytes>
+void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zone,
+              MetadataMap& out) {
+  std::unique_ptr<Exiv2::Image> image;
+  try {
+    image.reset(open().release());
+    if (!image) return;
+    // Exiv2 also opens videos (QuickTime, RIFF, Matroska, ASF), and its video readers crash on
+    // common files (found reading an MP4 named as a photo). Videos are read by libavformat.
+    // (Asking for the MIME type here would fix a TIFF file's primary group before it is read.)
+    if (isVideo(image->imageType())) return;
+    image->readMetadata();
+  } catch (...) {
+    // A damaged part stops Exiv2; what it read before that is still there.
+  }
+  if (!image) return;
+  try {
+    Exiv2::ExifData& exif = image->exifData();
+    if (exif.empty()) {
+      const std::span<const std::uint8_t> b = bytes();
+      if (BmffExif::looksLikeBmff(b)) decodeBmffExif(b, exif);
+    }
+    ImageFields fields = pick(exif);
+    IptcFields::read(image->iptcData(), fields);
+    fields.imageWidth = image->pixelWidth();
+    fields.imageHeight = image->pixelHeight();
+    ImageFieldsMapping::toMetadata(fields, kind, zone, out);
+  } catch (...) {
+    // Exiv2 also throws while converting values; what was mapped so far stays.
+  }
+}
+
+// Zero bytes after the data handed to Exiv2 from memory.
+constexpr std::size_t kPadding = 4096;
+
+// Exiv2 0.27's CRW parser looks for the end of texts with strlen over the file's bytes, reading
+// past the end of a damaged file (found by fuzzing). From a mapped file that read lands in the
+// zero-filled rest of the last page, or past it when the size is a multiple of the page size;
+// CRW files are small, so they are read whole into a buffer that ends in zeros. Nothing for
+// other files.
+std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& path) {
+  static constexpr std::uint8_t kMagic[] = {'I', 'I', 0x1a, 0,   0,   0,   'H',
+                                            'E', 'A', 'P',  'C', 'C', 'D', 'R'};
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return std::nullopt;
+  std::optional<std::vector<std::uint8_t>> out;
+  std::uint8_t head[sizeof kMagic] = {};
+  struct stat st {};
+  if (::pread(fd, head, sizeof head, 0) == static_cast<ssize_t>(sizeof head) &&
+      std::memcmp(head, kMagic, sizeof kMagic) == 0 && ::fstat(fd, &st) == 0 && st.st_size > 0 &&
+      st.st_size < (256 << 20)) {
+    const auto size = static_cast<std::size_t>(st.st_size);
+    std::vector<std::uint8_t> bytes(size + kPadding, 0);
+    std::size_t done = 0;
+    while (done < size) {
+      const ssize_t n = ::pread(fd, bytes.data() + done, size - done, static_cast<off_t>(done));
+      if (n <= 0) break;
+      done += static_cast<std::size_t>(n);
+    }
+    bytes.resize(done + kPadding);
+    out = std::move(bytes);
+  }
+  ::close(fd);
+  return out;
+}
+
+// A RAW file's size may come from its maker note when EXIF gives none; the quick paths don't
+// read maker notes.
+bool needsMakerSize(const ImageFields& f, FileKind kind) {
+  const bool exifSize = f.pixelX && f.pixelX->first && f.pixelY && f.pixelY->first;
+  return kind == FileKind::raw && f.makerNote && !exifSize;
+}
+
+// The quick path for ISO base media files (HEIC, HEIF, HIF, CR3): the EXIF streams found through
+// the boxes read the quick way, when the file is laid out as Exiv2 reads it and the maker note
+// could add nothing. False when Exiv2's whole parse must decide.
+bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+               MetadataMap& out) {
+  const BmffExif::Found found = BmffExif::find(bytes);
+  ImageFields f;
+  bool makerNote = false;
+  if (!found.exifIfd.empty() || found.canonMakerNote) {
+    // CR3: IFD0 and the EXIF IFD in boxes of their own, the photo's size from EXIF.
+    if (kind != FileKind::raw || found.ifd0.empty() || found.exifIfd.empty()) return false;
+    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote) ||
+        !JpegExif::readTiff(found.exifIfd, JpegExif::TiffStart::exifIfd, true, f, makerNote))
+      return false;
+    if (found.canonMakerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    f.makerNote = f.makerNote || found.canonMakerNote;
+    if (!f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) return false;
+  } else {
+    if (!found.plainLayout || found.ifd0.empty()) return false;
+    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote))
+      return false;
+    if (makerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    // Exiv2 gives a HEIF file's EXIF pixel dimensions as its size when they are there.
+    f.imageWidth = f.pixelX ? f.pixelX->first.value_or(0) : found.width;
+    f.imageHeight = f.pixelY ? f.pixelY->first.value_or(0) : found.height;
+  }
+  if (needsMakerSize(f, kind)) return false;
+  ImageFieldsMapping::toMetadata(f, kind, zone, out);
+  return true;
+}
+
+// Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
+// block to it. False when Exiv2's whole parse must decide.
+bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
+  if (parts.exifForExiv2) {
+    try {
+      Exiv2::ExifData exif;
+      const Exiv2::ByteOrder order = Exiv2::ExifParser::decode(
+          exif, parts.exif.data(), static_cast<std::uint32_t>(parts.exif.size()));
+      // Exiv2's JPEG reader drops EXIF whose byte order it can't tell.
+      if (order == Exiv2::invalidByteOrder) exif.clear();
+      ImageFields fields = pick(exif);
+      fields.byline = std::move(parts.fields.byline);
+      fields.city = std::move(parts.fields.city);
+      fields.subLocation = std::move(parts.fields.subLocation);
+      fields.objectName = std::move(parts.fields.objectName);
+      fields.headline = std::move(parts.fields.headline);
+      fields.imageWidth = parts.fields.imageWidth;
+      fields.imageHeight = parts.fields.imageHeight;
+      parts.fields = std::move(fields);
+    } catch (...) {
+      return false;
+    }
+  }
+  if (needsMakerSize(parts.fields, kind)) return false;
+  ImageFieldsMapping::toMetadata(parts.fields, kind, zone, out);
+  return true;
+}
+
+}  // namespace
+
+void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
+          MetadataMap& out) {
+  {
+    // Most camera files are JPEGs: try the quick path on the file's head first.
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return;
+    thread_local std::vector<std::uint8_t> head;
+    thread_local std::vector<std::uint8_t> more;
+    head.resize(kHeadBytes);
+    const ssize_t n = ::pread(fd, head.data(), head.size(), 0);
+    head.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
+    std::optional<JpegExif::Parts> quick;
+    if (JpegExif::looksLikeJpeg(head)) {
+      quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+        if (offset <= head.size() && size <= head.size() - offset) {
+          return std::span<const std::uint8_t>(head).subspan(static_cast<std::size_t>(offset),
+                                                             size);
+        }
+        more.resize(size);
+        const ssize_t got = ::pread(fd, more.data(), size, static_cast<off_t>(offset));
+        return std::span<const std::uint8_t>(more.data(),
+                                             got > 0 ? static_cast<std::size_t>(got) : 0);
+      });
+    }
+    ::close(fd);
+    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+    if (BmffExif::looksLikeBmff(head)) {
+      const MappedFile whole(path);
+      if (quickBmff(whole.bytes(), kind, zone, out)) return;
+    }
+  }
+  std::optional<MappedFile> mapped;
+  if (const auto crw = paddedCrw(path)) {
+    const std::span<const std::uint8_t> bytes(crw->data(), crw->size() - kPadding);
+    readWith(
+        [&] { return Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())); },
+        [&] { return bytes; }, kind, zone, out);
+    return;
+  }
+  readWith([&] { return Exiv2::ImageFactory::open(path.string()); },
+           [&] {
+             if (!mapped) mapped.emplace(path);
+             return mapped->bytes();
+           },
+           kind, zone, out);
+}
+
+void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+               MetadataMap& out, bool quickPath) {
+  if (bytes.empty()) return;
+  if (quickPath && JpegExif::looksLikeJpeg(bytes)) {
+    auto quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+      if (offset > bytes.size()) return std::span<const std::uint8_t>();
+      return bytes.subspan(static_cast<std::size_t>(offset),
+                           std::min<std::size_t>(size, bytes.size() - offset));
+    });
+    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+  }
+  if (quickPath && BmffExif::looksLikeBmff(bytes) && quickBmff(bytes, kind, zone, out)) return;
+  // Exiv2 may read a little past the end of what it is given (see paddedCrw): give it a copy that
+  // ends in zeros.
+  std::vector<std::uint8_t> padded(bytes.size() + kPadding, 0);
+  std::copy(bytes.begin(), bytes.end(), padded.begin());
+  const std::span<const std::uint8_t> copy(padded.data(), bytes.size());
+  readWith([&] { return Exiv2::ImageFactory::open(copy.data(), static_cast<long>(copy.size())); },
+           [&] { return copy; }, kind, zone, out);
+}
+
+}  // namespace tessane::ImageReader

@@ -1,0 +1,403 @@
+#include "JpegExif.h"
+
+#include <cmath>
+#include <cstring>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <exiv2/exiv2.hpp>
+#pragma GCC diagnostic pop
+
+#include "IptcFields.h"
+#include "MetadataText.h"
+
+namespace tessane::JpegExif {
+namespace {
+
+using Bytes = std::span<const std::uint8_t>;
+
+constexpr std::size_t kMaxSegments = 512;
+constexpr std::uint16_t kMaxEntries = 1024;
+
+// Thrown inside this file only, when the quick path gives up.
+struct GiveUp {};
+
+class Tiff {
+ public:
+  explicit Tiff(Bytes b) : b_(b) {
+    if (b_.size() < 8) throw GiveUp{};
+    if (b_[0] == 'I' && b_[1] == 'I') {
+      little_ = true;
+    } else if (b_[0] != 'M' || b_[1] != 'M') {
+      throw GiveUp{};
+    }
+    if (u16(2) != 42) throw GiveUp{};
+  }
+
+  std::uint16_t u16(std::uint64_t at) const {
+    need(at, 2);
+    return little_ ? static_cast<std::uint16_t>(b_[at] | b_[at + 1] << 8)
+                   : static_cast<std::uint16_t>(b_[at] << 8 | b_[at + 1]);
+  }
+  std::uint32_t u32(std::uint64_t at) const {
+    need(at, 4);
+    const std::uint32_t a = b_[at], b = b_[at + 1], c = b_[at + 2], d = b_[at + 3];
+    return little_ ? (a | b << 8 | c << 16 | d << 24) : (a << 24 | b << 16 | c << 8 | d);
+  }
+  void need(std::uint64_t at, std::uint64_t n) const {
+    if (at > b_.size() || n > b_.size() - at) throw GiveUp{};
+  }
+  Bytes bytes() const { return b_; }
+
+ private:
+  Bytes b_;
+  bool little_ = false;
+};
+
+struct Entry {
+  std::uint16_t tag = 0;
+  std::uint16_t type = 0;
+  std::uint32_t count = 0;
+  std::uint64_t data = 0;  // where the value starts
+};
+
+std::uint64_t typeSize(std::uint16_t type) {
+  switch (type) {
+    case 1:
+    case 2:
+    case 6:
+    case 7:
+      return 1;
+    case 3:
+    case 8:
+      return 2;
+    case 4:
+    case 9:
+    case 11:
+    case 13:
+      return 4;
+    case 5:
+    case 10:
+    case 12:
+      return 8;
+    default:
+      return 0;
+  }
+}
+
+std::vector<Entry> readIfd(const Tiff& t, std::uint32_t offset) {
+  const std::uint16_t n = t.u16(offset);
+  if (n > kMaxEntries) throw GiveUp{};
+  std::vector<Entry> out;
+  out.reserve(n);
+  for (std::uint32_t i = 0; i < n; ++i) {
+    const std::uint64_t at = offset + 2 + 12ull * i;
+    Entry e{t.u16(at), t.u16(at + 2), t.u32(at + 4), at + 8};
+    const std::uint64_t size = typeSize(e.type) * e.count;
+    if (size > 4) e.data = t.u32(at + 8);
+    out.push_back(e);
+  }
+  return out;
+}
+
+// The value's bytes, checked to lie within the stream.
+Bytes valueBytes(const Tiff& t, const Entry& e) {
+  const std::uint64_t size = typeSize(e.type) * e.count;
+  t.need(e.data, size);
+  return t.bytes().subspan(static_cast<std::size_t>(e.data), static_cast<std::size_t>(size));
+}
+
+ExifEntry asText(const Tiff& t, const Entry& e) {
+  if (e.type != 2) throw GiveUp{};
+  const Bytes b = valueBytes(t, e);
+  ExifEntry out;
+  out.text.assign(reinterpret_cast<const char*>(b.data()), b.size());
+  const std::size_t nul = out.text.find('\0');
+  if (nul != std::string::npos) out.text.resize(nul);
+  return out;
+}
+
+ExifEntry asRatio(const Tiff& t, const Entry& e) {
+  if (e.type != 5 && e.type != 10) throw GiveUp{};
+  valueBytes(t, e);
+  const std::uint32_t num = t.u32(e.data);
+  const std::uint32_t den = t.u32(e.data + 4);
+  ExifEntry out;
+  if (den == 0) return out;
+  double v = 0;
+  if (e.type == 5) {
+    v = static_cast<double>(num) / static_cast<double>(den);
+  } else {
+    v = static_cast<double>(static_cast<std::int32_t>(num)) /
+        static_cast<double>(static_cast<std::int32_t>(den));
+  }
+  if (std::isfinite(v) && v > 0) out.ratio = v;
+  return out;
+}
+
+ExifEntry asIntegers(const Tiff& t, const Entry& e) {
+  if (e.type != 3 && e.type != 4) throw GiveUp{};
+  valueBytes(t, e);
+  const auto element = [&](std::uint32_t i) -> std::optional<std::int64_t> {
+    if (i >= e.count) return std::nullopt;
+    const float v = e.type == 3 ? static_cast<float>(t.u16(e.data + 2ull * i))
+                                : static_cast<float>(t.u32(e.data + 4ull * i));
+    return positiveInteger(v);
+  };
+  ExifEntry out;
+  out.first = element(0);
+  out.second = element(1);
+  return out;
+}
+
+// Each needed tag is taken once; a second copy of it means Exiv2's order decides, so give up.
+void take(std::optional<ExifEntry>& slot, ExifEntry value) {
+  if (slot) throw GiveUp{};
+  slot = std::move(value);
+}
+
+bool cleanNonEmpty(const std::optional<ExifEntry>& e) {
+  return e && MetadataText::clean(e->text).has_value();
+}
+
+// Makers whose maker note Exiv2 reads a serial number from.
+bool makerKeepsSerial(const std::optional<ExifEntry>& make) {
+  if (!make) return true;  // unknown: let Exiv2 decide
+  std::string m = make->text;
+  for (char& c : m)
+    c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  for (const char* maker : {"canon", "nikon", "fuji", "olympus", "om digital", "pentax", "ricoh",
+                            "asahi", "panasonic", "leica", "sigma", "foveon"}) {
+    if (m.find(maker) != std::string::npos) return true;
+  }
+  return false;
+}
+
+void readExifIfd(const Tiff& t, std::uint32_t offset, ImageFields& f, bool& makerNote) {
+  for (const Entry& e : readIfd(t, offset)) {
+    if (e.count == 0) continue;
+    switch (e.tag) {
+      case 0x829a:
+        take(f.exposure, asRatio(t, e));
+        break;
+      case 0x829d:
+        take(f.fNumber, asRatio(t, e));
+        break;
+      case 0x920a:
+        take(f.focal, asRatio(t, e));
+        break;
+      case 0x8827:
+        take(f.isoRatings, asIntegers(t, e));
+        break;
+      case 0x8833:
+        take(f.isoSpeed, asIntegers(t, e));
+        break;
+      case 0x9003:
+        take(f.original, asText(t, e));
+        break;
+      case 0x9004:
+        take(f.digitized, asText(t, e));
+        break;
+      case 0x9290:
+        take(f.subSec, asText(t, e));
+        break;
+      case 0x9291:
+        take(f.subSecOriginal, asText(t, e));
+        break;
+      case 0x9292:
+        take(f.subSecDigitized, asText(t, e));
+        break;
+      case 0xa002:
+        take(f.pixelX, asIntegers(t, e));
+        break;
+      case 0xa003:
+        take(f.pixelY, asIntegers(t, e));
+        break;
+      case 0xa431:
+        take(f.bodySerial, asText(t, e));
+        break;
+      case 0xa434:
+        take(f.lensModel, asText(t, e));
+        break;
+      case 0x927c:
+        makerNote = true;
+        break;
+      default:
+        break;
+    }
+  }
+}
+
+void readStream(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields& f,
+                bool& makerNote) {
+  const Tiff t(stream);
+  if (start == TiffStart::exifIfd) return readExifIfd(t, t.u32(4), f, makerNote);
+  std::optional<std::uint32_t> exifIfd;
+  for (const Entry& e : readIfd(t, t.u32(4))) {
+    if (e.count == 0) continue;
+    switch (e.tag) {
+      case 0x010f:
+        take(f.make, asText(t, e));
+        break;
+      case 0x0110:
+        take(f.model, asText(t, e));
+        break;
+      case 0x013b:
+        take(f.artist, asText(t, e));
+        break;
+      case 0x0132:
+        take(f.dateTime, asText(t, e));
+        break;
+      case 0xc62f:
+        take(f.cameraSerial, asText(t, e));
+        break;
+      case 0xc620:
+        throw GiveUp{};  // a DNG's crop
+      case 0x83bb:
+      case 0x8649:
+        // IPTC kept inside the TIFF stream: Exiv2 reads it from there for some formats.
+        if (tiffIptcMatters) throw GiveUp{};
+        break;
+      case 0x8769:
+        if (exifIfd || (e.type != 4 && e.type != 13) || e.count != 1) throw GiveUp{};
+        exifIfd = t.u32(e.data);
+        break;
+      default:
+        break;
+    }
+  }
+  if (exifIfd) readExifIfd(t, *exifIfd, f, makerNote);
+}
+
+void readExif(Bytes exif, ImageFields& f) {
+  bool makerNote = false;
+  readStream(exif, TiffStart::ifd0, false, f, makerNote);
+  f.makerNote = makerNote;
+  if (makerNote && makerNoteCouldAdd(f)) throw GiveUp{};
+}
+
+void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
+  std::vector<std::uint8_t> iptc;
+  const Exiv2::byte* cur = photoshop.data();
+  const Exiv2::byte* const end = cur + photoshop.size();
+  const Exiv2::byte* record = nullptr;
+  std::uint32_t sizeHdr = 0;
+  std::uint32_t sizeIptc = 0;
+  while (cur < end && Exiv2::Photoshop::locateIptcIrb(cur, static_cast<long>(end - cur), &record,
+                                                      &sizeHdr, &sizeIptc) == 0) {
+    if (sizeIptc > 0) iptc.insert(iptc.end(), record + sizeHdr, record + sizeHdr + sizeIptc);
+    cur = record + sizeHdr + sizeIptc + (sizeIptc & 1);
+  }
+  if (iptc.empty()) return;
+  Exiv2::IptcData data;
+  if (Exiv2::IptcParser::decode(data, iptc.data(), static_cast<std::uint32_t>(iptc.size())) != 0)
+    return;
+  IptcFields::read(data, f);
+}
+
+bool isSof(std::uint8_t m) {
+  return (m >= 0xc0 && m <= 0xc3) || (m >= 0xc5 && m <= 0xc7) || (m >= 0xc9 && m <= 0xcb) ||
+         (m >= 0xcd && m <= 0xcf);
+}
+
+}  // namespace
+
+bool makerNoteCouldAdd(const ImageFields& f) {
+  const bool lensKnown = f.lensModel && [&] {
+    const auto text = MetadataText::clean(f.lensModel->text);
+    return text && ImageFieldsMapping::isLensName(*text);
+  }();
+  const bool serialKnown = cleanNonEmpty(f.bodySerial) || cleanNonEmpty(f.cameraSerial);
+  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make));
+}
+
+bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIptcMatters,
+              ImageFields& fields, bool& makerNote) {
+  try {
+    ImageFields f = fields;
+    readStream(stream, start, tiffIptcMatters, f, makerNote);
+    f.makerNote = f.makerNote || makerNote;
+    fields = std::move(f);
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+bool looksLikeJpeg(std::span<const std::uint8_t> head) noexcept {
+  return head.size() >= 3 && head[0] == 0xff && head[1] == 0xd8 && head[2] == 0xff;
+}
+
+std::optional<std::int64_t> positiveInteger(float v) {
+  if (!std::isfinite(v) || v < 1 || v > 4.0e9f) return std::nullopt;
+  return static_cast<std::int64_t>(std::lround(v));
+}
+
+std::optional<Parts> read(const Fetch& fetch) {
+  try {
+    Parts parts;
+    ImageFields& f = parts.fields;
+    std::vector<std::uint8_t>& exif = parts.exif;
+    std::vector<std::uint8_t> photoshop;
+    bool haveExif = false;
+    bool havePhotoshop = false;
+    std::uint64_t pos = 2;
+    for (std::size_t count = 0;; ++count) {
+      if (count == kMaxSegments) throw GiveUp{};
+      const Bytes header = fetch(pos, 4);
+      if (header.size() < 2 || header[0] != 0xff) throw GiveUp{};
+      const std::uint8_t marker = header[1];
+      if (marker == 0xda || marker == 0xd9) break;  // the scan or the end: no more metadata
+      if (marker == 0xff || marker == 0xd8 || marker == 0x01 ||
+          (marker >= 0xd0 && marker <= 0xd7) || marker == 0xc8 || marker == 0xcc ||
+          header.size() < 4)
+        throw GiveUp{};
+      const std::size_t length = static_cast<std::size_t>(header[2] << 8 | header[3]);
+      if (length < 2) throw GiveUp{};
+      const std::size_t payloadSize = length - 2;
+      const std::uint64_t payloadAt = pos + 4;
+      if (marker == 0xe1 && !haveExif && payloadSize >= 6) {
+        const Bytes p = fetch(payloadAt, payloadSize);
+        if (p.size() != payloadSize) throw GiveUp{};
+        if (std::memcmp(p.data(), "Exif\0\0", 6) == 0) {
+          exif.assign(p.begin() + 6, p.end());
+          haveExif = true;
+        }
+      } else if (marker == 0xed && payloadSize >= 14) {
+        const Bytes p = fetch(payloadAt, payloadSize);
+        if (p.size() != payloadSize) throw GiveUp{};
+        if (std::memcmp(p.data(), "Photoshop 3.0\0", 14) == 0) {
+          if (havePhotoshop) throw GiveUp{};
+          photoshop.assign(p.begin() + 14, p.end());
+          havePhotoshop = true;
+        }
+      } else if (isSof(marker) && f.imageHeight == 0) {
+        const Bytes p = fetch(payloadAt, 5);
+        if (p.size() != 5) throw GiveUp{};
+        f.imageHeight = p[1] << 8 | p[2];
+        f.imageWidth = p[3] << 8 | p[4];
+      }
+      pos = payloadAt + payloadSize;
+    }
+    readIptc(photoshop, f);
+    if (haveExif) {
+      ImageFields withExif = f;
+      try {
+        readExif(exif, withExif);
+        f = std::move(withExif);
+      } catch (const GiveUp&) {
+        parts.exifForExiv2 = true;
+      }
+    }
+    return parts;
+  } catch (const GiveUp&) {
+    return std::nullopt;
+  } catch (...) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace tessane::JpegExif

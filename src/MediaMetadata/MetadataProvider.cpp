@@ -1,0 +1,52 @@
+#include "MetadataProvider.h"
+
+#include <unicode/timezone.h>
+
+#include "AudioReader.h"
+#include "FileDates.h"
+#include "ImageReader.h"
+#include "MediaLibraries.h"
+#include "PdfReader.h"
+#include "SidecarReader.h"
+#include "VideoReader.h"
+
+namespace tessane {
+
+MetadataProvider::MetadataProvider()
+    : MetadataProvider(*std::unique_ptr<icu::TimeZone>(icu::TimeZone::createDefault())) {}
+
+MetadataProvider::MetadataProvider(const icu::TimeZone& timeZone,
+                                   std::shared_ptr<SidecarIndex> sidecars)
+    : timeZone_(timeZone.clone()),
+      sidecars_(sidecars ? std::move(sidecars) : std::make_shared<SidecarIndex>()) {
+  MediaLibraries::initialize();
+}
+
+FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind kind) const {
+  FileMetadata result;
+  switch (kind) {
+    case FileKind::raw:
+    case FileKind::image:
+      ImageReader::read(file, kind, *timeZone_, result.values);
+      break;
+    case FileKind::video:
+      result.shotUtcOffset = VideoReader::read(file, *timeZone_, result.values);
+      break;
+    case FileKind::audio:
+      AudioReader::read(file, result.values);
+      break;
+    case FileKind::pdf:
+      result.shotUtcOffset = PdfReader::read(file, *timeZone_, result.values);
+      break;
+    case FileKind::sidecar:
+    case FileKind::other:
+      break;
+  }
+  FileDates::read(file, result.values);
+  if (kind != FileKind::sidecar) {
+    if (const auto sidecar = sidecars_->sidecar(file)) SidecarReader::read(*sidecar, result.values);
+  }
+  return result;
+}
+
+}  // namespace tessane

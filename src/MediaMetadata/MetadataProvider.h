@@ -1,0 +1,63 @@
+// What templates and rules can use from one file, read from its contents.
+//
+// The reader is chosen by the file's kind: images and RAW files through Exiv2 (ImageReader),
+// video through libavformat (VideoReader), audio through TagLib (AudioReader), PDF through
+// poppler (PdfReader). Every file gets its file-system dates (FileDates), and a file with an XMP
+// sidecar gets the sidecar's descriptive fields, stored after the file's own so that the sidecar
+// wins (SidecarReader, SidecarIndex).
+//
+// Camera clock times without an offset are read in `timeZone()`.
+//
+// Nothing is thrown and nothing is printed: a file that can't be opened or parsed gives only what
+// could be read, at least its dates when it exists. A value type, cheap to copy; its sidecar
+// index is shared by the copies. Make the provider before reading threads start (its
+// construction sets the libraries up); after that `read` may be called from any thread.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+
+#include <unicode/uversion.h>
+
+#include "RenameEngine/FileKind.h"
+#include "RenameEngine/MetadataValue.h"
+#include "SidecarIndex.h"
+
+U_NAMESPACE_BEGIN
+class TimeZone;
+U_NAMESPACE_END
+
+namespace tessane {
+
+struct FileMetadata {
+  MetadataMap values;
+  // The UTC offset in seconds the file gives for its capture date (a video's creation date or a
+  // PDF's), when it names one other than zero; otherwise the provider's time zone applies.
+  std::optional<std::int32_t> shotUtcOffset;
+
+  friend bool operator==(const FileMetadata&, const FileMetadata&) = default;
+};
+
+class MetadataProvider {
+ public:
+  // The system's default time zone and a new sidecar index.
+  MetadataProvider();
+  explicit MetadataProvider(const icu::TimeZone& timeZone,
+                            std::shared_ptr<SidecarIndex> sidecars = nullptr);
+
+  const icu::TimeZone& timeZone() const { return *timeZone_; }
+  const std::shared_ptr<SidecarIndex>& sidecars() const { return sidecars_; }
+
+  FileMetadata read(const std::filesystem::path& file, FileKind kind) const;
+  MetadataMap metadata(const std::filesystem::path& file, FileKind kind) const {
+    return read(file, kind).values;
+  }
+
+ private:
+  std::shared_ptr<const icu::TimeZone> timeZone_;
+  std::shared_ptr<SidecarIndex> sidecars_;
+};
+
+}  // namespace tessane

@@ -1,0 +1,23 @@
+// PDF documents through poppler-cpp: title, author, creation date (its offset kept) and the
+// page count.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+#include <unicode/uversion.h>
+
+#include "RenameEngine/MetadataValue.h"
+
+U_NAMESPACE_BEGIN
+class TimeZone;
+U_NAMESPACE_END
+
+namespace tessane::PdfReader {
+
+// Fills `out`; returns the creation date's UTC offset in seconds when it names one.
+std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,
+                                 MetadataMap& out);
+
+}  // namespace tessane::PdfReader

@@ -1,0 +1,81 @@
+#include "SidecarReader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <exiv2/exiv2.hpp>
+#pragma GCC diagnostic pop
+
+#include "MetadataText.h"
+
+namespace tessane::SidecarReader {
+namespace {
+
+std::string firstText(const Exiv2::Value& value) {
+  if (const auto* alt = dynamic_cast<const Exiv2::LangAltValue*>(&value)) {
+    if (const auto it = alt->value_.find("x-default"); it != alt->value_.end()) return it->second;
+    if (!alt->value_.empty()) return alt->value_.begin()->second;
+    return {};
+  }
+  if (const auto* array = dynamic_cast<const Exiv2::XmpArrayValue*>(&value)) {
+    return array->count() > 0 ? array->toString(0) : std::string();
+  }
+  return value.toString();
+}
+
+bool readAll(const std::filesystem::path& path, std::string& out) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  struct stat st {};
+  bool ok = ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) &&
+            static_cast<std::uint64_t>(st.st_size) <= kMaxSidecarBytes;
+  if (ok) {
+    out.resize(static_cast<std::size_t>(st.st_size));
+    std::size_t done = 0;
+    while (done < out.size()) {
+      const ssize_t n = ::read(fd, out.data() + done, out.size() - done);
+      if (n <= 0) break;
+      done += static_cast<std::size_t>(n);
+    }
+    out.resize(done);
+  }
+  ::close(fd);
+  return ok;
+}
+
+}  // namespace
+
+void readPacket(std::string_view packet, MetadataMap& out) {
+  if (packet.empty()) return;
+  try {
+    Exiv2::XmpData xmp;
+    if (Exiv2::XmpParser::decode(xmp, std::string(packet)) != 0) return;
+    static const std::pair<const char*, MetadataKey> kFields[] = {
+        {"Xmp.photoshop.City", MetadataKey::city},
+        {"Xmp.iptc.Location", MetadataKey::location},
+        {"Xmp.dc.title", MetadataKey::title},
+        {"Xmp.photoshop.Headline", MetadataKey::headline},
+        {"Xmp.dc.creator", MetadataKey::author},
+    };
+    for (const auto& [key, field] : kFields) {
+      const auto it = xmp.findKey(Exiv2::XmpKey(key));
+      if (it == xmp.end()) continue;
+      MetadataText::setText(out, field, firstText(it->value()));
+    }
+  } catch (...) {
+    // A broken packet adds nothing more.
+  }
+}
+
+void read(const std::filesystem::path& sidecar, MetadataMap& out) {
+  std::string packet;
+  if (!readAll(sidecar, packet)) return;
+  readPacket(packet, out);
+}
+
+}  // namespace tessane::SidecarReader

@@ -1,0 +1,36 @@
+// Videos through libavformat: capture date, make, model, title, duration, and the first video
+// track's width, height, frame rate and codec.
+//
+// The capture date is the QuickTime creation date ("com.apple.quicktime.creationdate"), else
+// the container's creation time. Its offset, when it names one other than zero, is kept as the
+// shot's own time zone; a zero or absent offset leaves the provider's. The codec is named from the
+// track's four-character code (avc1 "H264", hvc1 and hev1 "HEVC", the ProRes family); any other
+// code is given as its four characters, and a track without one by FFmpeg's codec name.
+//
+// The header is read without the slow stream probe; the probe runs only when the header leaves
+// the video track's size or codec unknown (MPEG transport streams, for one).
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+
+#include <unicode/uversion.h>
+
+#include "RenameEngine/MetadataValue.h"
+
+U_NAMESPACE_BEGIN
+class TimeZone;
+U_NAMESPACE_END
+
+namespace tessane::VideoReader {
+
+// The codec text for a four-character code, or nothing when the table doesn't list it.
+std::optional<std::string_view> codecName(std::string_view fourcc) noexcept;
+
+// Fills `out`; returns the shot's UTC offset in seconds when the capture date names one.
+std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,
+                                 MetadataMap& out);
+
+}  // namespace tessane::VideoReader

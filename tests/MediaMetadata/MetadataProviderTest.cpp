@@ -1,0 +1,257 @@
+#include "MediaMetadata/MetadataProvider.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <taglib/id3v2tag.h>
+#include <taglib/mpegfile.h>
+#include <unicode/timezone.h>
+
+#include <chrono>
+#include <memory>
+
+#include "Fixtures.h"
+#include "TempFolder.h"
+
+namespace tessane {
+namespace {
+
+using namespace std::chrono;
+using testing::TempFolder;
+
+std::unique_ptr<icu::TimeZone> rome() {
+  return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone("Europe/Rome"));
+}
+
+Date utc(int y, unsigned mo, unsigned d, int h, int mi, int s) {
+  return Date{sys_days{year{y} / month{mo} / day{d}}.time_since_epoch() + hours{h} + minutes{mi} +
+              seconds{s}};
+}
+
+std::string textOf(const MetadataMap& m, MetadataKey k) {
+  const MetadataValue* v = m.find(k);
+  return v != nullptr && v->asText() != nullptr ? *v->asText() : std::string("<none>");
+}
+
+class Provider : public ::testing::Test {
+ protected:
+  MetadataMap read(const std::filesystem::path& p, FileKind kind) const {
+    return provider.metadata(p, kind);
+  }
+  std::filesystem::path jpeg(const std::string& name,
+                             const std::map<std::string, std::string>& values, int w = 64,
+                             int h = 48) const {
+    const auto p = dir.file(name, testing::tinyJpeg(w, h));
+    testing::writeMetadata(p, values);
+    return p;
+  }
+
+  TempFolder dir;
+  MetadataProvider provider{*rome()};
+};
+
+TEST_F(Provider, ReadsTheCameraExposureAndCaptureTimeOfAnImage) {
+  const auto p = jpeg("DSC_0001.JPG",
+                      {
+                          {"Exif.Image.Make", "  NIKON CORPORATION  "},
+                          {"Exif.Image.Model", "NIKON Z 6"},
+                          {"Exif.Photo.BodySerialNumber", "3012345"},
+                          {"Exif.Photo.LensModel", "NIKKOR Z 24-70mm f/4 S"},
+                          {"Exif.Photo.ISOSpeedRatings", "400"},
+                          {"Exif.Photo.ExposureTime", "1/250"},
+                          {"Exif.Photo.FNumber", "28/10"},
+                          {"Exif.Photo.FocalLength", "35/1"},
+                          {"Exif.Photo.DateTimeOriginal", "2024:05:01 14:03:22"},
+                          {"Exif.Photo.SubSecTimeOriginal", "25"},
+                          {"Exif.Photo.DateTimeDigitized", "2020:01:01 00:00:00"},
+                          {"Exif.Image.Artist", "Ada Rossi"},
+                          {"Iptc.Application2.Byline", "Someone Else"},
+                          {"Iptc.Application2.City", "Roma"},
+                          {"Iptc.Application2.SubLocation", "Trastevere"},
+                          {"Iptc.Application2.ObjectName", "Ponte Sisto"},
+                          {"Iptc.Application2.Headline", "Evening light"},
+                      },
+                      640, 480);
+  const MetadataMap m = read(p, FileKind::image);
+  EXPECT_EQ(textOf(m, MetadataKey::make), "NIKON CORPORATION");
+  EXPECT_EQ(textOf(m, MetadataKey::model), "NIKON Z 6");
+  EXPECT_EQ(textOf(m, MetadataKey::serial), "3012345");
+  EXPECT_EQ(textOf(m, MetadataKey::lens), "NIKKOR Z 24-70mm f/4 S");
+  EXPECT_EQ(*m.find(MetadataKey::iso), MetadataValue::integer(400));
+  EXPECT_EQ(*m.find(MetadataKey::shutter), MetadataValue::number(0.004));
+  EXPECT_EQ(*m.find(MetadataKey::aperture), MetadataValue::number(2.8));
+  EXPECT_EQ(*m.find(MetadataKey::focal), MetadataValue::number(35.0));
+  EXPECT_EQ(*m.find(MetadataKey::width), MetadataValue::integer(640));
+  EXPECT_EQ(*m.find(MetadataKey::height), MetadataValue::integer(480));
+  // 14:03:22.25 in Rome (summer time) is 12:03:22.25 UTC.
+  EXPECT_EQ(*m.find(MetadataKey::date),
+            MetadataValue::date(utc(2024, 5, 1, 12, 3, 22) + milliseconds{250}));
+  EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");  // Artist before By-line
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Roma");
+  EXPECT_EQ(textOf(m, MetadataKey::location), "Trastevere");
+  EXPECT_EQ(textOf(m, MetadataKey::title), "Ponte Sisto");
+  EXPECT_EQ(textOf(m, MetadataKey::headline), "Evening light");
+  EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+}
+
+TEST_F(Provider, CaptureTimeFallsBackAndStaysStrict) {
+  const auto digitized = jpeg("a.jpg", {{"Exif.Photo.DateTimeDigitized", "2024:01:15 08:00:00"},
+                                        {"Exif.Image.DateTime", "2023:01:01 00:00:00"}});
+  EXPECT_EQ(*read(digitized, FileKind::image).find(MetadataKey::date),
+            MetadataValue::date(utc(2024, 1, 15, 7, 0, 0)));
+
+  const auto onlyDateTime = jpeg("b.jpg", {{"Exif.Image.DateTime", "2023:07:01 12:00:00"},
+                                           {"Exif.Photo.SubSecTimeOriginal", "5"}});
+  EXPECT_EQ(*read(onlyDateTime, FileKind::image).find(MetadataKey::date),
+            MetadataValue::date(utc(2023, 7, 1, 10, 0, 0)));
+
+  const auto malformed = jpeg("c.jpg", {{"Exif.Photo.DateTimeOriginal", "2024:13:45 99:00:00"},
+                                        {"Exif.Image.Make", "Canon"}});
+  const MetadataMap m = read(malformed, FileKind::image);
+  EXPECT_EQ(m.find(MetadataKey::date), nullptr);
+  EXPECT_EQ(textOf(m, MetadataKey::make), "Canon");
+  EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+}
+
+TEST_F(Provider, IsoFallsBackToIsoSpeedAndBylineToAuthor) {
+  const auto p = jpeg(
+      "d.jpg", {{"Exif.Photo.ISOSpeed", "12800"}, {"Iptc.Application2.Byline", "  Bo Berg\n"}});
+  const MetadataMap m = read(p, FileKind::image);
+  EXPECT_EQ(*m.find(MetadataKey::iso), MetadataValue::integer(12800));
+  EXPECT_EQ(textOf(m, MetadataKey::author), "Bo Berg");
+}
+
+TEST_F(Provider, RawSizeIsThePhotosNotTheContainers) {
+  // A RAW file whose decodable image is a small preview: the EXIF size is the photo's.
+  const auto p = jpeg(
+      "IMG_0001.CR2",
+      {{"Exif.Photo.PixelXDimension", "6000"}, {"Exif.Photo.PixelYDimension", "4000"}}, 160, 120);
+  const MetadataMap m = read(p, FileKind::raw);
+  EXPECT_EQ(*m.find(MetadataKey::width), MetadataValue::integer(6000));
+  EXPECT_EQ(*m.find(MetadataKey::height), MetadataValue::integer(4000));
+  // The same bytes as an ordinary image give the decoded size.
+  EXPECT_EQ(*read(p, FileKind::image).find(MetadataKey::width), MetadataValue::integer(160));
+}
+
+TEST_F(Provider, TheSidecarIsReadLastAndItsEmptyValuesAreSkipped) {
+  const auto p = jpeg("DSC_0002.JPG", {{"Iptc.Application2.City", "Milano"},
+                                       {"Iptc.Application2.Headline", "From the file"}});
+  dir.file("DSC_0002.xmp", R"(<x:xmpmeta xmlns:x="adobe:ns:meta/">
+ <rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
+  <rdf:Description rdf:about=""
+    xmlns:photoshop="http://ns.adobe.com/photoshop/1.0/"
+    xmlns:Iptc4xmpCore="http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/"
+    xmlns:dc="http://purl.org/dc/elements/1.1/"
+    photoshop:City="  Venezia
+ " photoshop:Headline="   " Iptc4xmpCore:Location="Rialto">
+   <dc:title><rdf:Alt><rdf:li xml:lang="it">Ponte</rdf:li><rdf:li xml:lang="x-default">Bridge</rdf:li></rdf:Alt></dc:title>
+   <dc:creator><rdf:Seq><rdf:li>Ada Rossi</rdf:li><rdf:li>Bo Berg</rdf:li></rdf:Seq></dc:creator>
+  </rdf:Description>
+ </rdf:RDF>
+</x:xmpmeta>)");
+  const MetadataMap m = read(p, FileKind::image);
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Venezia");
+  EXPECT_EQ(textOf(m, MetadataKey::headline), "From the file");
+  EXPECT_EQ(textOf(m, MetadataKey::location), "Rialto");
+  EXPECT_EQ(textOf(m, MetadataKey::title), "Bridge");
+  EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+}
+
+TEST_F(Provider, ABrokenSidecarAddsNothing) {
+  const auto p = jpeg("e.jpg", {{"Iptc.Application2.City", "Milano"}});
+  dir.file("e.xmp", "<x:xmpmeta><rdf:RDF broken");
+  const MetadataMap m = read(p, FileKind::image);
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Milano");
+}
+
+TEST_F(Provider, FilesThatCantBeReadGiveTheirDatesOrNothing) {
+  const auto missing = dir.path() / "gone.jpg";
+  EXPECT_TRUE(read(missing, FileKind::image).empty());
+  const auto text = dir.file("notes.jpg", "just some text, not a picture");
+  const MetadataMap m = read(text, FileKind::image);
+  EXPECT_EQ(m.size(), m.find(MetadataKey::created) != nullptr ? 2u : 1u);
+  EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+}
+
+TEST_F(Provider, TextsThatAreNotUtf8AreReadAsLatin1) {
+  const auto p = dir.file("f.jpg", testing::tinyJpeg(8, 8));
+  testing::writeMetadata(p, {{"Exif.Image.Artist", "Jos\xe9"}});
+  EXPECT_EQ(textOf(read(p, FileKind::image), MetadataKey::author), "Jos\xc3\xa9");
+}
+
+TEST_F(Provider, AudioTagsThroughTagLib) {
+  const auto p = dir.file("song.mp3");
+  {
+    TagLib::MPEG::File f(p.c_str());
+    TagLib::ID3v2::Tag* tag = f.ID3v2Tag(true);
+    tag->setArtist("Nina Simone");
+    tag->setAlbum("Pastel Blues");
+    tag->setTitle("Sinnerman");
+    tag->setTrack(9);
+    tag->setYear(1965);
+    f.save();
+  }
+  const MetadataMap m = read(p, FileKind::audio);
+  EXPECT_EQ(textOf(m, MetadataKey::artist), "Nina Simone");
+  EXPECT_EQ(textOf(m, MetadataKey::album), "Pastel Blues");
+  EXPECT_EQ(textOf(m, MetadataKey::title), "Sinnerman");
+  EXPECT_EQ(*m.find(MetadataKey::track), MetadataValue::integer(9));
+  EXPECT_EQ(*m.find(MetadataKey::year), MetadataValue::integer(1965));
+}
+
+TEST_F(Provider, PdfInfoKeepsTheCreationDatesOffset) {
+  const std::string pdf =
+      "%PDF-1.4\n"
+      "1 0 obj << /Type /Catalog /Pages 2 0 R >> endobj\n"
+      "2 0 obj << /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >> endobj\n"
+      "3 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 10 10] >> endobj\n"
+      "4 0 obj << /Type /Page /Parent 2 0 R /MediaBox [0 0 10 10] >> endobj\n"
+      "5 0 obj << /Title (Contact sheet) /Author (  Ada Rossi ) "
+      "/CreationDate (D:20240501140322-05'00') >> endobj\n"
+      "trailer << /Root 1 0 R /Info 5 0 R >>\n%%EOF\n";
+  const auto p = dir.file("sheet.pdf", pdf);
+  const FileMetadata r = provider.read(p, FileKind::pdf);
+  EXPECT_EQ(textOf(r.values, MetadataKey::title), "Contact sheet");
+  EXPECT_EQ(textOf(r.values, MetadataKey::author), "Ada Rossi");
+  EXPECT_EQ(*r.values.find(MetadataKey::pages), MetadataValue::integer(2));
+  EXPECT_EQ(*r.values.find(MetadataKey::date), MetadataValue::date(utc(2024, 5, 1, 19, 3, 22)));
+  EXPECT_EQ(r.shotUtcOffset, -5 * 3600);
+}
+
+TEST_F(Provider, ContentsThatLieAboutTheirKindNeverCrash) {
+  const std::string jpegBytes = testing::tinyJpeg(16, 16);
+  for (const char* name : {"a.mp3", "a.flac", "a.m4a", "a.ogg", "a.wav", "a.aiff", "a.mp4", "a.mov",
+                           "a.mts", "a.pdf", "a.CR3", "a.heic", "a.xmp"}) {
+    const auto p = dir.file(name, jpegBytes);
+    const FileKind kind = fileKindOf(name);
+    const MetadataMap m = read(p, kind);
+    EXPECT_NE(m.find(MetadataKey::modified), nullptr) << name;
+  }
+  // A JPEG read as a RAW file is still a JPEG to Exiv2: its size is found.
+  const auto raw = dir.file("b.NEF", jpegBytes);
+  EXPECT_EQ(*read(raw, FileKind::raw).find(MetadataKey::width), MetadataValue::integer(16));
+}
+
+TEST_F(Provider, EmptyAndTruncatedFilesGiveWhatTheyCan) {
+  const auto full = jpeg("full.jpg", {{"Exif.Image.Make", "Canon"},
+                                      {"Exif.Photo.DateTimeOriginal", "2024:05:01 14:03:22"}});
+  std::string bytes;
+  {
+    std::FILE* f = std::fopen(full.c_str(), "rb");
+    ASSERT_NE(f, nullptr);
+    char buf[4096];
+    std::size_t n = 0;
+    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
+      bytes.append(buf, n);
+    std::fclose(f);
+  }
+  for (std::size_t cut = 0; cut < bytes.size(); cut += 7) {
+    for (const char* name : {"cut.jpg", "cut.CR2", "cut.mp4", "cut.mp3", "cut.pdf"}) {
+      const auto p = dir.file(name, bytes.substr(0, cut));
+      read(p, fileKindOf(name));
+    }
+  }
+  EXPECT_EQ(textOf(read(full, FileKind::image), MetadataKey::make), "Canon");
+}
+
+}  // namespace
+}  // namespace tessane

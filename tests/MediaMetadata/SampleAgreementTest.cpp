@@ -1,0 +1,387 @@
+// Our readings of real camera files against the readings of two other tools, kept beside the
+// samples as text. Every sample whose expected text holds make, model, capture time, exposure
+// time, f-number, focal length or ISO is compared on those fields; the agreement is printed and
+// every disagreement must be one of the explained ones below.
+#include <gtest/gtest.h>
+#include <unicode/timezone.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iostream>
+#include <map>
+#include <optional>
+#include <set>
+#include <span>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Fixtures.h"
+#include "MediaMetadata/BmffExif.h"
+#include "MediaMetadata/ImageReader.h"
+#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/MediaLibraries.h"
+#include "MediaMetadata/MetadataProvider.h"
+#include "RenameEngine/FileKind.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+
+enum class Field { make, model, date, shutter, aperture, focal, iso };
+constexpr const char* kFieldNames[] = {"make",     "model", "date", "shutter",
+                                       "aperture", "focal", "iso"};
+
+struct Expected {
+  fs::path file;
+  std::string source;  // which tool's text
+  std::map<Field, std::string> values;
+};
+
+std::string slurp(const fs::path& p) {
+  std::ifstream in(p, std::ios::binary);
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+std::vector<std::string> lines(const std::string& text) {
+  std::vector<std::string> out;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    out.push_back(line);
+  }
+  return out;
+}
+
+std::string trim(std::string s) {
+  while (!s.empty() && (s.back() == ' ' || s.back() == '\0'))
+    s.pop_back();
+  std::size_t i = 0;
+  while (i < s.size() && s[i] == ' ')
+    ++i;
+  return s.substr(i);
+}
+
+// "[EXIF, IFD0, Camera] 271 - Make: NIKON"
+std::vector<Expected> exiftoolExpectations(const fs::path& root) {
+  std::map<std::string, Expected> byImage;
+  const std::map<std::string, Field> ids = {{"271", Field::make},       {"272", Field::model},
+                                            {"36867", Field::date},     {"33434", Field::shutter},
+                                            {"33437", Field::aperture}, {"37386", Field::focal},
+                                            {"34855", Field::iso}};
+  for (const std::string& row : lines(slurp(root / "exiftool/expected/INDEX.tsv"))) {
+    std::istringstream cols(row);
+    std::string out, image, script, number, args;
+    std::getline(cols, out, '\t');
+    std::getline(cols, image, '\t');
+    std::getline(cols, script, '\t');
+    std::getline(cols, number, '\t');
+    std::getline(cols, args, '\t');
+    if (out == "out_file" || image.empty()) continue;
+    Expected& e = byImage[image];
+    e.file = root / "exiftool" / image;
+    e.source = "exiftool";
+    const bool shifted = args.find("GlobalTimeShift") != std::string::npos;
+    for (const std::string& line : lines(slurp(root / "exiftool/expected" / out))) {
+      if (line.rfind("[EXIF,", 0) != 0) continue;
+      const std::size_t close = line.find("] ");
+      const std::size_t dash = line.find(" - ", close);
+      const std::size_t colon = line.find(": ", dash);
+      if (close == std::string::npos || dash == std::string::npos || colon == std::string::npos)
+        continue;
+      const auto id = ids.find(line.substr(close + 2, dash - close - 2));
+      if (id == ids.end() || (shifted && id->second == Field::date)) continue;
+      e.values.try_emplace(id->second, trim(line.substr(colon + 2)));
+    }
+  }
+  std::vector<Expected> out;
+  for (auto& [image, e] : byImage) {
+    if (!e.values.empty()) out.push_back(std::move(e));
+  }
+  return out;
+}
+
+// "[Exif IFD0 - 0x010f] Make = NIKON CORPORATION"
+std::vector<Expected> extractorExpectations(const fs::path& root) {
+  const std::map<std::string, Field> tags = {
+      {"0x010f", Field::make},    {"0x0110", Field::model},    {"0x9003", Field::date},
+      {"0x829a", Field::shutter}, {"0x829d", Field::aperture}, {"0x920a", Field::focal},
+      {"0x8827", Field::iso}};
+  std::vector<Expected> out;
+  for (const auto& format : fs::directory_iterator(root / "metadata-extractor")) {
+    const fs::path expected = format.path() / "expected";
+    if (!fs::is_directory(expected)) continue;
+    for (const auto& text : fs::directory_iterator(expected)) {
+      Expected e;
+      e.file = format.path() / text.path().stem();  // "<file>.txt" -> "<file>"
+      e.source = "metadata-extractor";
+      for (const std::string& line : lines(slurp(text.path()))) {
+        if (line.rfind("[Exif IFD0 - ", 0) != 0 && line.rfind("[Exif SubIFD - ", 0) != 0 &&
+            line.rfind("[PanasonicRaw Exif IFD0 - ", 0) != 0)
+          continue;
+        const std::size_t dash = line.find(" - ");
+        const std::size_t close = line.find("] ", dash);
+        const std::size_t eq = line.find(" = ", close);
+        if (close == std::string::npos || eq == std::string::npos) continue;
+        const auto tag = tags.find(line.substr(dash + 3, close - dash - 3));
+        if (tag == tags.end()) continue;
+        e.values.try_emplace(tag->second, trim(line.substr(eq + 3)));
+      }
+      if (!e.values.empty() && fs::exists(e.file)) out.push_back(std::move(e));
+    }
+  }
+  return out;
+}
+
+std::optional<double> number(std::string text) {
+  for (const char* unit : {" sec", " mm", "mm"}) {
+    const std::size_t at = text.rfind(unit);
+    if (at != std::string::npos && at + std::string(unit).size() == text.size()) text.resize(at);
+  }
+  if (text.rfind("f/", 0) == 0) text = text.substr(2);
+  const std::size_t slash = text.find('/');
+  try {
+    if (slash != std::string::npos) {
+      return std::stod(text.substr(0, slash)) / std::stod(text.substr(slash + 1));
+    }
+    return std::stod(text);
+  } catch (...) {
+    return std::nullopt;
+  }
+}
+
+std::string show(const MetadataValue* v) {
+  if (v == nullptr) return "(none)";
+  if (const auto* t = v->asText()) return *t;
+  if (const auto* i = v->asInteger()) return std::to_string(*i);
+  if (const auto* n = v->asNumber()) {
+    std::ostringstream s;
+    s << *n;
+    return s.str();
+  }
+  const Date* date = v->asDate();
+  if (date == nullptr) return "(?)";
+  const auto secs = std::chrono::floor<std::chrono::seconds>(*date);
+  const auto day = std::chrono::floor<std::chrono::days>(secs);
+  const std::chrono::year_month_day ymd{day};
+  const std::chrono::hh_mm_ss hms{secs - day};
+  char buf[32];
+  std::snprintf(buf, sizeof buf, "%04d:%02u:%02u %02ld:%02ld:%02ld", static_cast<int>(ymd.year()),
+                static_cast<unsigned>(ymd.month()), static_cast<unsigned>(ymd.day()),
+                static_cast<long>(hms.hours().count()), static_cast<long>(hms.minutes().count()),
+                static_cast<long>(hms.seconds().count()));
+  return buf;
+}
+
+bool agrees(Field field, const std::string& expected, const MetadataValue* ours) {
+  if (ours == nullptr) return false;
+  switch (field) {
+    case Field::make:
+    case Field::model:
+    case Field::date:
+      return show(ours) == expected;
+    case Field::iso:
+      return show(ours) == expected;
+    case Field::shutter: {
+      const auto e = number(expected);
+      const double* n = ours->asNumber();
+      if (!e || n == nullptr) return false;
+      const double o = *n;
+      // Printed as "1/N" with N rounded, or as a decimal.
+      if (expected.find('/') != std::string::npos) {
+        return std::lround(1.0 / o) == std::lround(1.0 / *e);
+      }
+      return std::abs(o - *e) <= 0.05 * *e + 1e-9;
+    }
+    case Field::aperture:
+    case Field::focal: {
+      const auto e = number(expected);
+      const double* n = ours->asNumber();
+      return e && n != nullptr && std::abs(*n - *e) <= 0.051;
+    }
+  }
+  return false;
+}
+
+MetadataKey keyOf(Field f) {
+  switch (f) {
+    case Field::make:
+      return MetadataKey::make;
+    case Field::model:
+      return MetadataKey::model;
+    case Field::date:
+      return MetadataKey::date;
+    case Field::shutter:
+      return MetadataKey::shutter;
+    case Field::aperture:
+      return MetadataKey::aperture;
+    case Field::focal:
+      return MetadataKey::focal;
+    case Field::iso:
+      return MetadataKey::iso;
+  }
+  return MetadataKey::make;
+}
+
+// A camera that doesn't know a value writes a placeholder: zero, an empty text, a date of zeros.
+// The other tools print it; we store no value, so that a name never shows "ISO 0" or "0000".
+bool isPlaceholder(const std::string& expected) {
+  return expected.empty() || expected == "0" || expected == "0.0 mm" || expected == "0 mm" ||
+         expected == "0000:00:00 00:00:00";
+}
+
+// Disagreements that are understood: "<sample file name>:<field>" -> why.
+const std::map<std::string, std::string>& explained() {
+  static const std::map<std::string, std::string> e = {
+      {"Issue 609.jpg:date",
+       "DateTimeOriginal is a placeholder of zeros; we take DateTimeDigitized, as designed"},
+  };
+  return e;
+}
+
+TEST(SampleAgreement, CameraFieldsAgreeWithOtherToolsReadings) {
+  const fs::path root = testing::samplesFolder();
+  if (root.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
+  const MetadataProvider provider(*utc);
+
+  std::vector<Expected> all = exiftoolExpectations(root);
+  for (Expected& e : extractorExpectations(root))
+    all.push_back(std::move(e));
+
+  std::map<Field, std::pair<int, int>> tally;  // agreed, compared
+  std::vector<std::string> unexplained;
+  int files = 0;
+  for (const Expected& e : all) {
+    const FileKind kind = fileKindOf(e.file.filename().string());
+    if (kind != FileKind::image && kind != FileKind::raw) continue;
+    ++files;
+    const MetadataMap ours = provider.metadata(e.file, kind);
+    for (const auto& [field, value] : e.values) {
+      const MetadataValue* v = ours.find(keyOf(field));
+      auto& [agreed, compared] = tally[field];
+      ++compared;
+      if (agrees(field, value, v) || (isPlaceholder(value) && v == nullptr)) {
+        ++agreed;
+        continue;
+      }
+      const std::string id =
+          e.file.filename().string() + ":" + kFieldNames[static_cast<int>(field)];
+      const std::string line =
+          e.source + " " + id + " expected \"" + value + "\", read \"" + show(v) + "\"";
+      std::cout << "  differs: " << line << "\n";
+      if (explained().count(id) == 0) unexplained.push_back(line);
+    }
+  }
+  std::cout << "Agreement with the samples' expected readings (" << files
+            << " files; a placeholder such as ISO 0 that we leave out counts as agreement):\n";
+  int agreedAll = 0, comparedAll = 0;
+  for (const auto& [field, counts] : tally) {
+    std::cout << "  " << kFieldNames[static_cast<int>(field)] << ": " << counts.first << "/"
+              << counts.second << "\n";
+    agreedAll += counts.first;
+    comparedAll += counts.second;
+  }
+  std::cout << "  all: " << agreedAll << "/" << comparedAll << "\n";
+  EXPECT_GT(comparedAll, 300);
+  for (const std::string& line : unexplained)
+    ADD_FAILURE() << "unexplained disagreement: " << line;
+}
+
+}  // namespace
+}  // namespace tessane
+
+namespace tessane {
+namespace {
+
+std::string describe(const MetadataMap& m) {
+  std::string out;
+  for (const auto& [key, value] : m) {
+    out += std::string(rawValue(key)) + "=" + show(&value) + "; ";
+  }
+  return out;
+}
+
+// The quick paths must give exactly what Exiv2's full parse gives, on every sample that starts
+// like a JPEG or an ISO base media file (camera files, phone files, broken files, files named as
+// RAW), read as an image and as a RAW file.
+TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
+  const fs::path root = testing::samplesFolder();
+  if (root.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  MediaLibraries::initialize();
+  const std::unique_ptr<icu::TimeZone> rome(icu::TimeZone::createTimeZone("Europe/Rome"));
+  int jpegs = 0;
+  int quick = 0;
+  int exifParserOnly = 0;
+  int bmffs = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(root)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string bytes = slurp(entry.path());
+    const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+    const bool bmff = BmffExif::looksLikeBmff(span);
+    if (!JpegExif::looksLikeJpeg(span) && !bmff) continue;
+    ++(bmff ? bmffs : jpegs);
+    const auto fetch = [&](std::uint64_t offset, std::size_t size) {
+      if (offset > span.size()) return std::span<const std::uint8_t>();
+      return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
+    };
+    if (bmff) {
+      // Counted by whether the quick path answers; compared below like the JPEG files.
+    } else if (const auto parts = JpegExif::read(fetch))
+      ++(parts->exifForExiv2 ? exifParserOnly : quick);
+    for (const FileKind kind : {FileKind::image, FileKind::raw}) {
+      MetadataMap viaQuickPath;
+      MetadataMap viaExiv2;
+      ImageReader::readBytes(span, kind, *rome, viaQuickPath, true);
+      ImageReader::readBytes(span, kind, *rome, viaExiv2, false);
+      EXPECT_EQ(describe(viaQuickPath), describe(viaExiv2))
+          << entry.path() << " as " << rawValue(kind);
+    }
+  }
+  std::cout << "JPEG samples: " << jpegs << ", read by the quick path: " << quick
+            << ", by the quick path and Exiv2's EXIF parser: " << exifParserOnly
+            << "; ISO base media samples: " << bmffs << "\n";
+  EXPECT_GT(jpegs, 200);
+  EXPECT_GT(quick, 0);
+}
+
+}  // namespace
+}  // namespace tessane
+
+namespace tessane {
+namespace {
+
+// A RAW file's size is the photo's, not a preview's or the sensor's (the expected sizes are the
+// other tools' readings of the same files).
+TEST(SampleAgreement, RawFilesHaveThePhotosSize) {
+  const fs::path root = testing::samplesFolder();
+  if (root.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
+  const MetadataProvider provider(*utc);
+  const struct {
+    const char* file;
+    std::int64_t width, height;
+  } cases[] = {
+      {"exiftool/DNG.dng", 3456, 2304},        // the default crop, not the sensor's 3516 x 2328
+      {"exiftool/Panasonic.rw2", 3648, 2736},  // the maker note's, not the sensor's 3724 x 2754
+      {"exiftool/CanonRaw.cr3", 6000, 4000},
+      {"exiftool/CanonRaw.cr2", 3456, 2304},
+      {"exiftool/CanonRaw.crw", 3072, 2048},
+      {"exiftool/PhaseOne.iiq", 7320, 5484},
+      // The raw data's size: Nikon keeps the photo's 3008 x 2000 nowhere Exiv2 reads. Not the
+      // 160 x 106 preview in IFD0.
+      {"exiftool/Nikon.nef", 3040, 2014},
+  };
+  for (const auto& c : cases) {
+    const MetadataMap m = provider.metadata(root / c.file, FileKind::raw);
+    EXPECT_EQ(show(m.find(MetadataKey::width)), std::to_string(c.width)) << c.file;
+    EXPECT_EQ(show(m.find(MetadataKey::height)), std::to_string(c.height)) << c.file;
+  }
+}
+
+}  // namespace
+}  // namespace tessane
