@@ -7,7 +7,7 @@ packages=(
   libicu-dev nlohmann-json3-dev
   libexiv2-dev libavformat-dev libtag1-dev libpoppler-cpp-dev
   qt6-base-dev
-  libgtest-dev libgmock-dev libbenchmark-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
   exfatprogs exfat-fuse
 )
 
