@@ -33,6 +33,8 @@ int main(int argc, char** argv) {
       "tessane"};
   app.require_subcommand(1);
   app.set_version_flag("--version", "tessane 0.1.0");
+  cli::addRenameCommands(app, tool, exitCode);
+  cli::addHistoryCommands(app, tool, exitCode);
   cli::addListCommand(app, tool, exitCode);
   try {
     app.parse(argc, argv);

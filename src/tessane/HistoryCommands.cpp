@@ -1,0 +1,250 @@
+// tessane undo, history, revert ID and restore-originals PATH...: going back, from the history
+// the application shares, and to the names the camera gave.
+#include <signal.h>
+#include <CLI/CLI.hpp>
+
+#include <chrono>
+#include <ctime>
+#include <iostream>
+
+#include "RenameEngine/Unicode.h"
+#include "RenameIO/FileUrl.h"
+#include "RenameIO/LinuxFileRenaming.h"
+#include "RenameIO/OriginalName.h"
+#include "Shoot.h"
+#include "TessaneRename/BatchRunner.h"
+#include "TextTable.h"
+#include "Tool.h"
+
+namespace tessane::cli {
+namespace {
+
+Date now() {
+  return std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::system_clock::now());
+}
+
+std::string isoUtc(Date date) {
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(
+      std::chrono::time_point_cast<std::chrono::seconds>(date));
+  std::tm tm{};
+  ::gmtime_r(&seconds, &tm);
+  char buffer[32];
+  std::strftime(buffer, sizeof buffer, "%Y-%m-%dT%H:%M:%SZ", &tm);
+  return buffer;
+}
+
+std::string localTime(Date date) {
+  const std::time_t seconds = std::chrono::system_clock::to_time_t(
+      std::chrono::time_point_cast<std::chrono::seconds>(date));
+  std::tm tm{};
+  ::localtime_r(&seconds, &tm);
+  char buffer[32];
+  std::strftime(buffer, sizeof buffer, "%Y-%m-%d %H:%M", &tm);
+  return buffer;
+}
+
+std::string quotedName(const std::filesystem::path& p) {
+  std::string out = "“";
+  return out.append(unicode::toDisplayable(p.filename().native())).append("”");
+}
+
+// The system's words for a batch that could not go back, and the exit code.
+int reportFailure(const Tool& tool, const SafeRenameError& e) {
+  if (e.kind == SafeRenameError::Case::failed && !e.stranded.empty()) {
+    tool.error("Some files couldn’t go back to their names");
+    for (const FileMove& m : e.stranded) {
+      std::cerr << unicode::toDisplayable(m.source.native()) << " → "
+                << unicode::toDisplayable(m.destination.filename().native()) << "\n";
+    }
+    return kExitPartial;
+  }
+  switch (e.kind) {
+    case SafeRenameError::Case::sourceMissing:
+      tool.error(quotedName(e.url) + " is no longer in the folder.");
+      break;
+    case SafeRenameError::Case::duplicateDestination:
+      tool.error("Two files would be called " + quotedName(e.url) + ".");
+      break;
+    case SafeRenameError::Case::destinationExists:
+      tool.error("There’s already a file called " + quotedName(e.url) +
+                 " in the folder. Rename or move it and try again.");
+      break;
+    default:
+      tool.error("Couldn’t rename " + quotedName(e.url) +
+                 ". It may be in use by another app: close it and try again.");
+  }
+  return kExitRefused;
+}
+
+class HoldInterrupts {
+ public:
+  HoldInterrupts() {
+    struct sigaction ignore {};
+    ignore.sa_handler = SIG_IGN;
+    sigemptyset(&ignore.sa_mask);
+    ::sigaction(SIGINT, &ignore, &previous_);
+  }
+  ~HoldInterrupts() { ::sigaction(SIGINT, &previous_, nullptr); }
+  HoldInterrupts(const HoldInterrupts&) = delete;
+  HoldInterrupts& operator=(const HoldInterrupts&) = delete;
+
+ private:
+  struct sigaction previous_ {};
+};
+
+int goBack(Tool& tool, const RenameHistory::Entry& entry) {
+  const std::size_t count = entry.moves.size();
+  LinuxFileRenaming system;
+  Result<AppliedBatch, SafeRenameError> result = [&] {
+    HoldInterrupts hold;
+    return BatchRunner::goBack(entry.id, now(), system, tool.history(), tool.journalFolder());
+  }();
+  if (!result) return reportFailure(tool, result.error());
+  std::cout << count << " files back to their previous names\n";
+  return kExitOk;
+}
+
+int undo(Tool& tool) {
+  const RenameHistory::Entry* entry = tool.history().newestNotReverted();
+  if (entry == nullptr) {
+    tool.error("There’s nothing to undo.");
+    return kExitRefused;
+  }
+  const RenameHistory::Entry copy = *entry;
+  return goBack(tool, copy);
+}
+
+int revert(Tool& tool, const std::string& id) {
+  // A whole id or the start of one, as `tessane history` shows them.
+  const RenameHistory::Entry* found = nullptr;
+  for (const RenameHistory::Entry& e : tool.history().entries()) {
+    const std::string text = e.id.string();
+    if (text.size() >= id.size() &&
+        unicode::foldCase(text.substr(0, id.size())) == unicode::foldCase(id)) {
+      if (found != nullptr) {
+        tool.error("“" + id + "” names more than one rename; give more of its id.");
+        return kExitUsage;
+      }
+      found = &e;
+    }
+  }
+  if (found == nullptr || id.size() < 4) {
+    tool.error("There’s no rename “" + id + "” in the history.");
+    return kExitRefused;
+  }
+  if (found->isReverted) {
+    tool.error("These files are already back to the names they had before this rename.");
+    return kExitRefused;
+  }
+  const RenameHistory::Entry copy = *found;
+  return goBack(tool, copy);
+}
+
+int history(Tool& tool, bool json) {
+  const std::vector<RenameHistory::Entry>& entries = tool.history().entries();
+  if (json) {
+    Json out = Json::array();
+    for (const RenameHistory::Entry& e : entries) {
+      Json moves = Json::array();
+      for (const RenameHistory::Move& m : e.moves) {
+        moves.push_back(
+            Json{{"source", m.source.native()}, {"destination", m.destination.native()}});
+      }
+      out.push_back(Json{{"id", e.id.string()},
+                         {"date", isoUtc(e.date)},
+                         {"kind", std::string(RenameHistory::rawValue(e.kind))},
+                         {"files", e.moves.size()},
+                         {"isReverted", e.isReverted},
+                         {"moves", std::move(moves)}});
+    }
+    std::cout << out.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+    return kExitOk;
+  }
+  if (entries.empty()) {
+    std::cout << "No renames yet.\n";
+    return kExitOk;
+  }
+  TextTable table({"Id", "Date", "Files", "Going back", "Folder"});
+  for (const RenameHistory::Entry& e : entries) {
+    const auto folders = RenameHistory::foldersOf(e);
+    std::string folder = folders.empty() ? "" : folders.front().native();
+    if (folders.size() > 1) folder += " (+" + std::to_string(folders.size() - 1) + ")";
+    table.add({e.id.string().substr(0, 8), localTime(e.date), std::to_string(e.moves.size()),
+               e.isReverted ? "undone" : RenameHistory::goBackLabel(e), folder},
+              e.isReverted ? "2" : nullptr);
+  }
+  table.print(std::cout, tool.terminal());
+  return kExitOk;
+}
+
+int restoreOriginals(Tool& tool, const std::vector<std::string>& paths, bool yes) {
+  const bool interactive = ::isatty(STDIN_FILENO) == 1 && tool.terminal().errIsTerminal;
+  if (!yes && !interactive) {
+    tool.error("Without a terminal to confirm on, give --yes to rename.");
+    return kExitUsage;
+  }
+  ShootRequest request;
+  request.paths = paths;
+  request.readMetadata = false;
+  std::optional<Shoot> shoot = gatherShoot(request, tool);
+  if (!shoot) return kExitRefused;
+  std::vector<FileMove> moves;
+  for (std::size_t i = 0; i < shoot->subjects.size(); ++i) {
+    const std::optional<std::string>& original = shoot->subjects[i].originalName;
+    if (!original || *original == shoot->subjects[i].name) continue;
+    moves.push_back(FileMove{shoot->paths[i], shoot->paths[i].parent_path() / *original});
+  }
+  if (moves.empty()) {
+    tool.error("These files already have their original names.");
+    return kExitRefused;
+  }
+  if (!yes) {
+    TextTable table({"Name", "Original name"});
+    for (const FileMove& m : moves)
+      table.add({m.source.filename().native(), m.destination.filename().native()});
+    table.print(std::cout, tool.terminal());
+    if (!tool.confirm("Give " + std::to_string(moves.size()) + " files their original names?")) {
+      tool.error("Nothing was renamed.");
+      return kExitRefused;
+    }
+  }
+  LinuxFileRenaming system;
+  Result<AppliedBatch, SafeRenameError> result = [&] {
+    HoldInterrupts hold;
+    return BatchRunner::run(moves, RenameHistory::Kind::restoreOriginals, now(), system,
+                            tool.history(), tool.journalFolder());
+  }();
+  if (!result) return reportFailure(tool, result.error());
+  std::cout << moves.size() << " files back to their original names\n";
+  return kExitOk;
+}
+
+}  // namespace
+
+void addHistoryCommands(CLI::App& app, Tool& tool, int& exitCode) {
+  app.add_subcommand("undo", "Put back the names the files had before the last rename")
+      ->callback([&tool, &exitCode] { exitCode = undo(tool); });
+
+  auto json = std::make_shared<bool>(false);
+  CLI::App* list = app.add_subcommand("history", "The renames made, newest first");
+  list->add_flag("--json", *json, "One JSON array instead of the table");
+  list->callback([json, &tool, &exitCode] { exitCode = history(tool, *json); });
+
+  auto id = std::make_shared<std::string>();
+  CLI::App* back = app.add_subcommand("revert", "Put back the names from before a given rename");
+  back->add_option("ID", *id, "The rename's id, or its first characters, from `tessane history`")
+      ->required();
+  back->callback([id, &tool, &exitCode] { exitCode = revert(tool, *id); });
+
+  auto paths = std::make_shared<std::vector<std::string>>();
+  auto yes = std::make_shared<bool>(false);
+  CLI::App* originals =
+      app.add_subcommand("restore-originals", "Give files the names their cameras gave them");
+  originals->add_option("PATH", *paths, "Folders (their files, one level deep) or single files")
+      ->required();
+  originals->add_flag("-y,--yes", *yes, "Don't ask before renaming");
+  originals->callback(
+      [paths, yes, &tool, &exitCode] { exitCode = restoreOriginals(tool, *paths, *yes); });
+}
+
+}  // namespace tessane::cli

@@ -1,0 +1,164 @@
+#include "Shoot.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <unicode/timezone.h>
+#include <atomic>
+#include <cstdio>
+#include <set>
+#include <stop_token>
+
+#include "MediaMetadata/MetadataBatch.h"
+#include "RenameEngine/Unicode.h"
+#include "RenameIO/FolderListing.h"
+#include "RenameIO/OriginalName.h"
+
+namespace tessane::cli {
+namespace {
+
+std::atomic<bool> interrupted{false};
+
+void onInterrupt(int) {
+  interrupted.store(true);
+}
+
+// Ctrl-C while reading asks the read to stop; the previous handling comes back afterwards.
+class InterruptGuard {
+ public:
+  InterruptGuard() {
+    interrupted.store(false);
+    struct sigaction action {};
+    action.sa_handler = onInterrupt;
+    sigemptyset(&action.sa_mask);
+    ::sigaction(SIGINT, &action, &previous_);
+  }
+  ~InterruptGuard() { ::sigaction(SIGINT, &previous_, nullptr); }
+  InterruptGuard(const InterruptGuard&) = delete;
+  InterruptGuard& operator=(const InterruptGuard&) = delete;
+
+ private:
+  struct sigaction previous_ {};
+};
+
+std::string quoted(const std::filesystem::path& p) {
+  std::string out = "“";
+  return out.append(unicode::toDisplayable(p.native())).append("”");
+}
+
+void addFolderContents(Shoot& shoot, const std::filesystem::path& folder,
+                       const std::vector<ListedFile>* files) {
+  FolderContents& contents = shoot.folders[folder.native()];
+  Result<std::vector<std::string>> names = FolderListing::names(folder);
+  contents.listed = names.ok();
+  if (names) contents.names = std::move(names.value());
+  if (files != nullptr) {
+    for (const ListedFile& f : *files)
+      contents.files.push_back(f.name);
+  } else if (Result<std::vector<ListedFile>> listed = FolderListing::files(folder)) {
+    for (const ListedFile& f : listed.value())
+      contents.files.push_back(f.name);
+  }
+}
+
+}  // namespace
+
+std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) {
+  Shoot shoot;
+  std::set<std::string> seen;  // the same file given twice counts once
+  auto add = [&](const ListedFile& file, const std::filesystem::path& folder) {
+    if (!file.nameIsText) {
+      tool.error(quoted(file.path.filename()) + ": " +
+                 std::string(FolderListing::kNameNotTextWarning));
+      return;
+    }
+    if (!seen.insert(file.path.native()).second) return;
+    RenameSubject subject;
+    subject.name = file.name;
+    subject.folder = folder;
+    shoot.subjects.push_back(std::move(subject));
+    shoot.paths.push_back(file.path);
+  };
+
+  for (const std::string& given : request.paths) {
+    std::filesystem::path path(given);
+    std::error_code error;
+    const auto status = std::filesystem::symlink_status(path, error);
+    if (error || !std::filesystem::exists(status)) {
+      tool.error(quoted(path) + " doesn’t exist.");
+      return std::nullopt;
+    }
+    if (std::filesystem::is_directory(std::filesystem::status(path, error))) {
+      Result<std::vector<ListedFile>> files = FolderListing::files(path);
+      if (!files) {
+        tool.error("Couldn’t open the folder " +
+                   quoted(path.filename().empty() ? path : path.filename()) + ". " +
+                   std::generic_category().message(files.error().code));
+        return std::nullopt;
+      }
+      for (const ListedFile& f : files.value())
+        add(f, path);
+      if (shoot.folders.count(path.native()) == 0) addFolderContents(shoot, path, &files.value());
+      continue;
+    }
+    if (!std::filesystem::is_regular_file(status)) {
+      tool.error(quoted(path) + " isn’t a file or a folder that can be renamed.");
+      return std::nullopt;
+    }
+    std::filesystem::path folder = path.parent_path();
+    if (folder.empty()) folder = ".";
+    const std::string name = path.filename().native();
+    add(ListedFile{folder / name, name, unicode::isValidUtf8(name)}, folder);
+    if (shoot.folders.count(folder.native()) == 0) addFolderContents(shoot, folder, nullptr);
+  }
+
+  if (request.readMetadata && !shoot.subjects.empty()) {
+    std::vector<BatchFile> files;
+    files.reserve(shoot.subjects.size());
+    for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
+      files.push_back(
+          BatchFile{shoot.paths[i], fileKindOf(FileName::parse(shoot.subjects[i].name).ext)});
+    }
+    std::unique_ptr<icu::TimeZone> systemZone;
+    if (request.zone == nullptr) systemZone.reset(icu::TimeZone::createDefault());
+    const MetadataProvider provider(request.zone ? *request.zone : *systemZone);
+    std::stop_source stop;
+    BatchOptions options;
+    options.stop = stop.get_token();
+    const bool showProgress = tool.terminal().errIsTerminal && files.size() >= 200;
+    options.progress = [&](std::size_t done, std::size_t total) {
+      if (interrupted.load()) stop.request_stop();
+      if (showProgress && (done % 100 == 0 || done == total)) {
+        std::fprintf(stderr, "\rReading metadata: %zu of %zu", done, total);
+        if (done == total) std::fputs("\r\x1b[K", stderr);
+      }
+    };
+    InterruptGuard guard;
+    BatchResult read = MetadataBatch::read(provider, files, options);
+    if (read.stopped || interrupted.load()) {
+      if (showProgress) std::fputs("\r\x1b[K", stderr);
+      tool.error("Stopped: nothing was renamed.");
+      return std::nullopt;
+    }
+    for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
+      RenameSubject& s = shoot.subjects[i];
+      if (read.files[i]) s.metadata = std::move(read.files[i]->values);
+    }
+  }
+
+  for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
+    RenameSubject& s = shoot.subjects[i];
+    if (const MetadataValue* model = s.metadata.find(MetadataKey::model);
+        model && model->asText()) {
+      s.cameraModel = *model->asText();
+    }
+    if (request.bodies != nullptr) {
+      s.bodyTag = request.bodies->tag(s.metadata);
+      s.captureDate = request.bodies->correctedCaptureTime(s.metadata);
+    }
+    s.originalName = OriginalName::read(shoot.paths[i]);
+  }
+  return shoot;
+}
+
+}  // namespace tessane::cli

@@ -1,0 +1,168 @@
+// preview, rename, undo, history, revert and restore-originals, run as a user would.
+#include <gtest/gtest.h>
+#include <sys/xattr.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <fstream>
+
+#include "../MediaMetadata/Fixtures.h"
+#include "ToolRunner.h"
+
+namespace tessane::testing {
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+
+std::vector<std::string> namesIn(const fs::path& folder) {
+  std::vector<std::string> out;
+  for (const auto& e : fs::directory_iterator(folder))
+    out.push_back(e.path().filename().string());
+  std::sort(out.begin(), out.end());
+  return out;
+}
+
+// Three shots from one camera: a RAW+JPEG pair, then two JPEGs in the same second.
+void makeShoot(const TempFolder& dir) {
+  const std::pair<const char*, const char*> shots[] = {{"DSC_0001.ARW", "2024:05:01 10:00:00"},
+                                                       {"DSC_0001.JPG", "2024:05:01 10:00:00"},
+                                                       {"DSC_0002.JPG", "2024:05:01 10:05:30"},
+                                                       {"DSC_0003.JPG", "2024:05:01 10:05:30"}};
+  for (const auto& [name, when] : shots) {
+    dir.file(name, tinyJpeg(64, 48));
+    writeMetadata(dir.path() / name, {{"Exif.Image.Make", "SONY"},
+                                      {"Exif.Image.Model", "ILCE-7RM5"},
+                                      {"Exif.Photo.DateTimeOriginal", when}});
+  }
+}
+
+class RenameCommands : public ::testing::Test {
+ protected:
+  RenameCommands() {
+    tool_.environment["TZ"] = "UTC";
+    makeShoot(shoot_);
+  }
+  ToolResult run(std::vector<std::string> args) { return tool_.run(args); }
+  std::string folder() const { return shoot_.path().string(); }
+
+  ToolRunner tool_;
+  TempFolder shoot_;
+};
+
+TEST_F(RenameCommands, PreviewShowsEveryRowAsJson) {
+  const ToolResult r =
+      run({"preview", folder(), "--template", "{date:yyyy-MM-dd_HH-mm-ss}", "--json"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  const Json doc = Json::parse(r.out);
+  ASSERT_EQ(doc["items"].size(), 4u);
+  std::vector<std::string> newNames;
+  for (const Json& item : doc["items"])
+    newNames.push_back(item["newName"]);
+  EXPECT_EQ(newNames,
+            (std::vector<std::string>{"2024-05-01_10-00-00.ARW", "2024-05-01_10-00-00.JPG",
+                                      "2024-05-01_10-05-30.JPG", "2024-05-01_10-05-30.JPG"}));
+  EXPECT_EQ(doc["items"][2]["status"], "error");
+  EXPECT_EQ(doc["items"][2]["errors"][0], "Same name as another file in the batch");
+  EXPECT_EQ(doc["errors"], 2);
+  EXPECT_EQ(doc["changed"], 4);
+
+  // Numbered clashes instead of errors, and the table on standard output.
+  const ToolResult table = run({"preview", folder(), "--template", "{date:yyyy-MM-dd_HH-mm-ss}",
+                                "--duplicates", "addSuffix"});
+  ASSERT_EQ(table.exitCode, 0) << table.err;
+  EXPECT_NE(table.out.find("2024-05-01_10-05-30-2.JPG"), std::string::npos) << table.out;
+  EXPECT_NE(table.out.find("4 files: 4 to rename"), std::string::npos) << table.out;
+}
+
+TEST_F(RenameCommands, RenameUndoRevertAndTheHistoryFile) {
+  // Refusals first: errors in the preview, no --yes without a terminal.
+  ToolResult refused = run({"rename", folder(), "--template", "{date:yyyy-MM-dd}", "--yes"});
+  EXPECT_EQ(refused.exitCode, 1);
+  EXPECT_NE(refused.err.find("Fix the errors before renaming."), std::string::npos) << refused.err;
+  EXPECT_EQ(run({"rename", folder(), "--template", "x_{counter}"}).exitCode, 2);
+  const std::vector<std::string> before = namesIn(shoot_.path());
+
+  const ToolResult renamed =
+      run({"rename", folder(), "--template", "Rome_{counter}", "--counter-digits", "2", "--yes"});
+  ASSERT_EQ(renamed.exitCode, 0) << renamed.err;
+  EXPECT_EQ(renamed.out, "4 files renamed\n");
+  EXPECT_EQ(namesIn(shoot_.path()),
+            (std::vector<std::string>{"Rome_01.ARW", "Rome_01.JPG", "Rome_02.JPG", "Rome_03.JPG"}));
+  EXPECT_TRUE(fs::exists(tool_.dataFolder() / "History.json"));
+  EXPECT_TRUE(fs::is_empty(tool_.dataFolder() / "Journal")) << "no journal left behind";
+  char original[256] = {};
+  const ssize_t n = ::getxattr((shoot_.path() / "Rome_02.JPG").c_str(),
+                               "user.com.tessane.originalName", original, sizeof original);
+  EXPECT_EQ(std::string(original, n > 0 ? static_cast<std::size_t>(n) : 0), "DSC_0002.JPG");
+
+  const ToolResult again =
+      run({"rename", folder(), "--template", "Rome_{counter}", "--counter-digits", "2", "--yes"});
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_NE(again.err.find("There’s nothing to rename."), std::string::npos);
+
+  const ToolResult history = run({"history", "--json"});
+  ASSERT_EQ(history.exitCode, 0);
+  const Json entries = Json::parse(history.out);
+  ASSERT_EQ(entries.size(), 1u);
+  EXPECT_EQ(entries[0]["files"], 4);
+
+  const ToolResult undone = run({"undo"});
+  ASSERT_EQ(undone.exitCode, 0) << undone.err;
+  EXPECT_EQ(undone.out, "4 files back to their previous names\n");
+  EXPECT_EQ(namesIn(shoot_.path()), before);
+  const ToolResult nothing = run({"undo"});
+  EXPECT_EQ(nothing.exitCode, 1);
+  EXPECT_NE(nothing.err.find("There’s nothing to undo."), std::string::npos);
+
+  // A second rename, reverted by the start of its id; then the first can't be reverted twice.
+  ASSERT_EQ(run({"rename", folder(), "--template", "Milan_{counter}", "--yes"}).exitCode, 0);
+  const std::string id = Json::parse(run({"history", "--json"}).out)[0]["id"];
+  EXPECT_EQ(run({"revert", id.substr(0, 8)}).exitCode, 0);
+  EXPECT_EQ(namesIn(shoot_.path()), before);
+  const std::string first = Json::parse(run({"history", "--json"}).out)[1]["id"];
+  EXPECT_EQ(run({"revert", first}).exitCode, 1);
+  EXPECT_EQ(run({"revert", "FFFFFFFF"}).exitCode, 1);
+}
+
+TEST_F(RenameCommands, RestoreOriginalsAfterSeveralRenames) {
+  ASSERT_EQ(run({"rename", folder(), "--template", "a_{counter}", "--yes"}).exitCode, 0);
+  ASSERT_EQ(run({"rename", folder(), "--template", "b_{counter}", "--yes"}).exitCode, 0);
+  const ToolResult restored = run({"restore-originals", folder(), "--yes"});
+  ASSERT_EQ(restored.exitCode, 0) << restored.err;
+  EXPECT_EQ(restored.out, "4 files back to their original names\n");
+  EXPECT_EQ(namesIn(shoot_.path()), (std::vector<std::string>{"DSC_0001.ARW", "DSC_0001.JPG",
+                                                              "DSC_0002.JPG", "DSC_0003.JPG"}));
+  const ToolResult again = run({"restore-originals", folder(), "--yes"});
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_NE(again.err.find("These files already have their original names."), std::string::npos);
+}
+
+TEST_F(RenameCommands, BadInputIsRefusedWithAClearMessage) {
+  EXPECT_EQ(run({"preview", folder()}).exitCode, 1) << "no template and no preset";
+  EXPECT_EQ(run({"preview", folder(), "--template", "x", "--order", "random"}).exitCode, 2);
+  EXPECT_EQ(run({"preview", folder(), "--template", "x", "--bogus"}).exitCode, 2);
+  const ToolResult missing = run({"preview", (shoot_.path() / "gone").string(), "--template", "x"});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_NE(missing.err.find("doesn’t exist"), std::string::npos) << missing.err;
+  EXPECT_EQ(run({"preview", folder(), "--template", "x", "--time-zone", "Mars/Olympus"}).exitCode,
+            1);
+
+  const fs::path broken =
+      shoot_.file("broken.tessanepreset", "{\"schemaVersion\": 1, \"name\": 3}");
+  const ToolResult preset = run({"preview", folder(), "--preset", broken.string()});
+  EXPECT_EQ(preset.exitCode, 1);
+  EXPECT_NE(preset.err.find("isn’t a preset that can be read"), std::string::npos) << preset.err;
+  fs::remove(broken);
+  EXPECT_EQ(run({"preview", folder(), "--preset", "No such preset"}).exitCode, 1);
+
+  // A name that is not UTF-8 is never renamed, and said so.
+  shoot_.file("caf\xE9.jpg", "x");
+  const ToolResult latin = run({"rename", folder(), "--template", "z_{counter}", "--yes"});
+  ASSERT_EQ(latin.exitCode, 0) << latin.err;
+  EXPECT_NE(latin.err.find("can’t be read as text"), std::string::npos);
+  EXPECT_TRUE(fs::exists(shoot_.path() / "caf\xE9.jpg"));
+}
+
+}  // namespace
+}  // namespace tessane::testing
