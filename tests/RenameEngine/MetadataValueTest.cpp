@@ -44,15 +44,6 @@ TEST(MetadataValue, EqualValuesHashAlikeAndCasesStayApart) {
   EXPECT_EQ(MetadataValue::integer(5).asText(), nullptr);
 }
 
-TEST(MetadataKey, RawValuesAreTheCaseNames) {
-  EXPECT_EQ(allMetadataKeys().size(), 26u);
-  for (MetadataKey k : allMetadataKeys())
-    EXPECT_EQ(metadataKeyFromRawValue(rawValue(k)), k);
-  EXPECT_EQ(rawValue(MetadataKey::created), "created");
-  EXPECT_EQ(rawValue(MetadataKey::pages), "pages");
-  EXPECT_FALSE(metadataKeyFromRawValue("Date").has_value());
-}
-
 TEST(MetadataMap, OneValuePerKeyInKeyOrder) {
   MetadataMap m;
   m.set(MetadataKey::model, MetadataValue::text("ILCE-7M3"));
