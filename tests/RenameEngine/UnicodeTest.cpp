@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <unicode/brkiter.h>
+#include <unicode/coll.h>
 #include <unicode/utext.h>
 
 #include <memory>
@@ -210,6 +211,31 @@ TEST(Unicode, NaturalOrderIsCaseInsensitiveWithNumbersByValue) {
   // Composed and decomposed forms collate alike; their bytes still order them.
   EXPECT_NE(naturalCompare(kComposed, kDecomposed), 0);
   EXPECT_EQ(naturalCompare("x", "x"), 0);
+}
+
+// ICU's own comparison, the reference for the ASCII shortcut.
+int icuNatural(const std::string& a, const std::string& b) {
+  UErrorCode status = U_ZERO_ERROR;
+  std::unique_ptr<icu::Collator> c(icu::Collator::createInstance(icu::Locale::getRoot(), status));
+  c->setAttribute(UCOL_NUMERIC_COLLATION, UCOL_ON, status);
+  const UCollationResult r = c->compareUTF8(a, b, status);
+  if (r != UCOL_EQUAL) return r == UCOL_LESS ? -1 : 1;
+  return a < b ? -1 : (a > b ? 1 : 0);
+}
+
+TEST(Unicode, AsciiNaturalOrderIsIcusOrder) {
+  const std::string alphabet = "aAbBzZ_- .,;:!?'()[]{}@*/&#%+<=>|~$`^\"0123456789\t\x01";
+  std::mt19937 random(3);
+  for (int round = 0; round < 20000; ++round) {
+    std::string a, b;
+    for (std::string* s : {&a, &b}) {
+      const int length = static_cast<int>(random() % 7);
+      for (int j = 0; j < length; ++j)
+        s->push_back(alphabet[random() % alphabet.size()]);
+    }
+    if (round % 3 == 0) b = a.substr(0, a.size() / 2) + b;  // shared beginnings
+    ASSERT_EQ(naturalCompare(a, b), icuNatural(a, b)) << "“" << a << "” vs “" << b << "”";
+  }
 }
 
 TEST(Unicode, SortKeysOrderExactlyLikeTheComparison) {
