@@ -514,10 +514,14 @@ OperationOutcome CompiledOperation::applyWithText(const FileName& name,
             std::nullopt};
   }
 
-  const std::string base = unicode::toNfc(name.base);
+  // Names inside the rule stack are NFC already: only a name from elsewhere is copied.
+  std::string normalized;
+  const bool composed = unicode::isNfc(name.base);
+  if (!composed) normalized = unicode::toNfc(name.base);
+  const std::string& base = composed ? name.base : normalized;
   auto run = [&](const std::string& current) {
     BaseResult r = applyToBase(operation_, s, text, current, separators);
-    r.text = unicode::toNfc(r.text);  // joins can leave a mark after a letter uncomposed
+    unicode::normalizeInPlace(r.text);  // joins can leave a mark after a letter uncomposed
     return r;
   };
 

@@ -409,6 +409,11 @@ std::string toNfc(std::string_view text) {
   return normalize(text, true);
 }
 
+void normalizeInPlace(std::string& text) {
+  if (isNfc(text) || !isValidUtf8(text)) return;
+  text = normalize(text, true);
+}
+
 std::string foldCase(std::string_view text) {
   if (isAscii(text)) {
     std::string out(text);

@@ -33,6 +33,8 @@ std::string toDisplayable(std::string_view text);
 // Canonical composition (NFC). Text that is already NFC is returned as it is.
 std::string toNfc(std::string_view text);
 bool isNfc(std::string_view text);
+// Brings `text` to NFC where it isn't already; text that is NFC is neither copied nor touched.
+void normalizeInPlace(std::string& text);
 
 // Full case folding without a locale: "Straße" and "STRASSE" fold alike. Accents are kept.
 std::string foldCase(std::string_view text);
