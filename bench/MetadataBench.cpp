@@ -142,7 +142,13 @@ void BM_Floor(benchmark::State& state) {
     floorRead(files, static_cast<unsigned>(state.range(0)));
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_Floor)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_Floor)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true)
+    ->Unit(benchmark::kMillisecond);
 
 void BM_BatchRead(benchmark::State& state) {
   const auto& files = folder().files();
@@ -154,7 +160,13 @@ void BM_BatchRead(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_BatchRead)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchRead)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true)
+    ->Unit(benchmark::kMillisecond);
 
 // The same read over the files that the quick JPEG path reads alone (no maker note needed, as
 // with most cameras of the last ten years, which write the lens model and body serial in EXIF).
@@ -192,7 +204,13 @@ void BM_BatchReadQuickPathFiles(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_BatchReadQuickPathFiles)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchReadQuickPathFiles)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true)
+    ->Unit(benchmark::kMillisecond);
 
 void BM_FloorQuickPathFiles(benchmark::State& state) {
   const auto& files = quickPathFiles();
@@ -200,7 +218,13 @@ void BM_FloorQuickPathFiles(benchmark::State& state) {
     floorRead(files, static_cast<unsigned>(state.range(0)));
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_FloorQuickPathFiles)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FloorQuickPathFiles)
+    ->Arg(1)
+    ->Arg(2)
+    ->UseRealTime()
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true)
+    ->Unit(benchmark::kMillisecond);
 
 bool installed(const char* tool) {
   const std::string probe = std::string("command -v ") + tool + " >/dev/null 2>&1";
