@@ -1,9 +1,7 @@
 // libFuzzer target for the per-file metadata read. Built only when asked, with clang:
 //
-//   cmake -S . -B build/fuzz -G Ninja -DCMAKE_CXX_COMPILER=clang++ -DTESSANE_FUZZ=ON \
-//         -DTESSANE_SANITIZE=ON -DTESSANE_BUILD_BENCH=OFF -DCMAKE_BUILD_TYPE=RelWithDebInfo
-//   cmake --build build/fuzz --target MetadataFuzz
-//   build/fuzz/tests/MediaMetadata/MetadataFuzz -max_total_time=600 -timeout=2 CORPUS_DIR
+//   cmake --preset fuzz && cmake --build --preset fuzz --target MetadataFuzz
+//   build/fuzz/tests/fuzz/MetadataFuzz -max_total_time=600 -timeout=2 CORPUS_DIR
 //
 // The first byte picks what is read, the rest is the content: the image reader from memory
 // (quick JPEG path on or off), the ISO base media box walker, an XMP sidecar packet, the date
