@@ -34,6 +34,10 @@ int main(int argc, char** argv) {
   app.require_subcommand(1);
   app.set_version_flag("--version", "tessane 0.1.0");
   cli::addListCommand(app, tool, exitCode);
+  cli::addMetaCommand(app, tool, exitCode);
+  cli::addPresetCommands(app, tool, exitCode);
+  cli::addBodyCommands(app, tool, exitCode);
+  cli::addDemoCommand(app, tool, exitCode);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {
