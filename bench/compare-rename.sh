@@ -4,6 +4,7 @@
 #
 #   bash bench/compare-rename.sh [SHOTS]     (default 4000 shots: 10,000 files)
 #   TESSANE=/path/to/tessane bash bench/compare-rename.sh   (time another build's rename)
+#   KEEP_SHOOT=1 ...                     (leave the shoot and the copies in /tmp afterwards)
 #
 # The shoot: camera JPEGs with real EXIF (written by Exiv2 through `tessane demo`), a RAW twin
 # for every shot, an XMP sidecar for every second shot, and bursts of shots within one second.
@@ -41,7 +42,7 @@ demo="$PWD/build/release/src/tessane/tessane"
 tessane="${TESSANE:-$demo}"
 
 work="$(mktemp -d /tmp/tessane-compare-XXXXXX)"
-trap 'rm -rf "$work"' EXIT
+[[ -n "${KEEP_SHOOT:-}" ]] || trap 'rm -rf "$work"' EXIT
 export TZ=Europe/Rome
 export XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data"
 
