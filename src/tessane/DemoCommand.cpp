@@ -252,7 +252,11 @@ std::optional<std::string> writeMovie(const fs::path& path, const std::string& c
   av_dict_set(&ctx->metadata, "make", kSony.make, 0);
   av_dict_set(&ctx->metadata, "model", kSony.model, 0);
   if (avio_open(&ctx->pb, path.c_str(), AVIO_FLAG_WRITE) < 0) return fail("create");
-  if (avformat_write_header(ctx, nullptr) < 0) return fail("write");
+  AVDictionary* options = nullptr;
+  av_dict_set(&options, "movflags", "use_metadata_tags", 0);  // keeps the make and model
+  const int header = avformat_write_header(ctx, &options);
+  av_dict_free(&options);
+  if (header < 0) return fail("write");
   const std::vector<std::uint8_t> frame(64, 0x11);
   for (int i = 0; i < 2 * fps; ++i) {
     AVPacket* packet = av_packet_alloc();
@@ -349,9 +353,10 @@ int demo(const Tool& tool, const std::string& target) {
   std::printf(
       "\nTwo cameras: the SONY (serial 5021884) has the right time, the NIKON’s clock "
       "(serial 3018842) is 2 minutes behind.\nTry:\n"
-      "  tessane bodies set 3018842 --tag Z6 --offset +0:02:00\n"
-      "  tessane bodies set 5021884 --tag A7R\n"
-      "  tessane preview %s --template \"{date:yyyy-MM-dd_HH-mm-ss}_{body}\"\n",
+      "  tessane bodies set 3018842 --tag Z6 --offset +0:02:00   (by serial)\n"
+      "  tessane bodies set ILCE-7RM5 --tag A7R                 (by model: photos and video)\n"
+      "  tessane preview %s --template \"{date:yyyy-MM-dd_HH-mm-ss}_{body}\" "
+      "--duplicates addSuffix\n",
       unicode::toDisplayable(target).c_str());
   return kExitOk;
 }

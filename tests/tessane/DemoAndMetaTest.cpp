@@ -96,6 +96,7 @@ TEST_F(DemoShoot, MetaJsonGivesCaseNamesNumbersAndUtcDates) {
   const json& video = read["C0001.MP4"];
   EXPECT_EQ(video["kind"], "video");
   EXPECT_EQ(video["metadata"]["date"], "2025-06-14T12:20:00Z");
+  EXPECT_EQ(video["metadata"]["model"], "ILCE-7RM5");
   EXPECT_GT(video["metadata"]["duration"].get<double>(), 1.5);
 }
 
