@@ -36,6 +36,10 @@ int main(int argc, char** argv) {
   cli::addRenameCommands(app, tool, exitCode);
   cli::addHistoryCommands(app, tool, exitCode);
   cli::addListCommand(app, tool, exitCode);
+  cli::addMetaCommand(app, tool, exitCode);
+  cli::addPresetCommands(app, tool, exitCode);
+  cli::addBodyCommands(app, tool, exitCode);
+  cli::addDemoCommand(app, tool, exitCode);
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& help) {

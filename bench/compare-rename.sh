@@ -1,0 +1,162 @@
+#!/usr/bin/env bash
+# Renaming a 10,000-file shoot by capture date: tessane against the tools photographers use
+# today and against the floor of a safe two-phase rename, side by side in one run.
+#
+#   bash bench/compare-rename.sh [SHOTS]     (default 4000 shots: 10,000 files)
+#   TESSANE=/path/to/tessane bash bench/compare-rename.sh   (time another build's rename)
+#   KEEP_SHOOT=1 ...                     (leave the shoot and the copies in /tmp afterwards)
+#
+# The shoot: camera JPEGs with real EXIF (written by Exiv2 through `tessane demo`), a RAW twin
+# for every shot, an XMP sidecar for every second shot, and bursts of shots within one second.
+# Each tool runs on a fresh copy of it, with warm caches, timed from its start to its exit:
+#   tessane   rename --template "{date:yyyy-MM-dd_HH-mm-ss}" --duplicates addSuffix --yes
+#             (twins and sidecars follow their photo; history and journal written)
+#   exiftool  '-FileName<DateTimeOriginal' with a numbered suffix on clashes
+#   exiv2     rename -F (appends _1, _2 on clashes; twins and sidecars on their own)
+#   jhead     -n (JPEG only; no twins, no safety)
+#   floor     read the first 64 KiB of every file, then two renameat2 moves per file
+# Machines are shared and noisy: read the ratios, not the seconds.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+shots="${1:-4000}"
+
+# The comparison tools are installed here, never in setup.sh: the project does not need them.
+missing=()
+command -v exiftool >/dev/null || missing+=(libimage-exiftool-perl)
+command -v exiv2 >/dev/null || missing+=(exiv2)
+command -v jhead >/dev/null || missing+=(jhead)
+if ((${#missing[@]})); then
+  if [[ $(id -u) == 0 ]] && command -v apt-get >/dev/null; then
+    apt-get install -y --no-install-recommends "${missing[@]}" >/dev/null ||
+      { apt-get update >/dev/null && apt-get install -y --no-install-recommends "${missing[@]}" >/dev/null; }
+  else
+    echo "Missing: ${missing[*]} (install them, or run as root)" >&2
+  fi
+fi
+
+if [[ ! -x build/release/src/tessane/tessane ]]; then
+  cmake --preset release >/dev/null
+  cmake --build --preset release --target tessane
+fi
+demo="$PWD/build/release/src/tessane/tessane"
+tessane="${TESSANE:-$demo}"
+
+work="$(mktemp -d /tmp/tessane-compare-XXXXXX)"
+[[ -n "${KEEP_SHOOT:-}" ]] || trap 'rm -rf "$work"' EXIT
+export TZ=Europe/Rome
+export XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data"
+
+# The shoot, made from the demo's files: the same bytes with each shot's own capture time.
+"$demo" demo "$work/demo" >/dev/null
+python3 - "$work/demo" "$work/master" "$shots" <<'PY'
+import os, sys
+demo, master, shots = sys.argv[1], sys.argv[2], int(sys.argv[3])
+os.makedirs(master)
+def read(name):
+    with open(os.path.join(demo, name), "rb") as f:
+        return f.read()
+jpeg, raw, xmp = read("DSC01201.JPG"), read("DSC01201.ARW"), read("DSC01203.xmp")
+stamp = b"2025:06:14 14:03:05"
+assert stamp in jpeg and stamp in raw
+second = 0
+for n in range(1, shots + 1):
+    # Every tenth shot is a burst: it shares its second with the shot before.
+    if n % 10 != 0:
+        second += 2
+    t = 9 * 3600 + second
+    day, t = divmod(t, 24 * 3600)
+    text = b"2025:06:%02d %02d:%02d:%02d" % (14 + day, t // 3600, t // 60 % 60, t % 60)
+    stem = "DSC%05d" % n
+    with open(os.path.join(master, stem + ".JPG"), "wb") as f:
+        f.write(jpeg.replace(stamp, text))
+    with open(os.path.join(master, stem + ".ARW"), "wb") as f:
+        f.write(raw.replace(stamp, text))
+    if n % 2 == 0:
+        with open(os.path.join(master, stem + ".xmp"), "wb") as f:
+            f.write(xmp)
+PY
+files=$(find "$work/master" -type f | wc -l)
+
+# The floor: what any safe rename has to do at least, timed in-process.
+cat >"$work/floor.py" <<'PY'
+import ctypes, os, sys, time
+libc = ctypes.CDLL(None, use_errno=True)
+AT_FDCWD, RENAME_NOREPLACE = -100, 1
+folder = sys.argv[1]
+start = time.perf_counter()
+names = sorted(os.listdir(folder))
+for name in names:
+    with open(os.path.join(folder, name), "rb") as f:
+        f.read(65536)
+read_done = time.perf_counter()
+def move(a, b):
+    if libc.renameat2(AT_FDCWD, a.encode(), AT_FDCWD, b.encode(), RENAME_NOREPLACE) != 0:
+        raise OSError(ctypes.get_errno(), a)
+temps = []
+for i, name in enumerate(names):
+    temp = os.path.join(folder, ".tessane-floor-%d" % i)
+    move(os.path.join(folder, name), temp)
+    temps.append(temp)
+for i, temp in enumerate(temps):
+    move(temp, os.path.join(folder, "renamed-%05d" % i))
+end = time.perf_counter()
+print("%.4f %.4f" % (read_done - start, end - start))
+PY
+
+fresh() {
+  rm -rf "$work/shoot"
+  cp -a "$work/master" "$work/shoot"
+  sync
+}
+
+# Seconds of one command on a fresh copy, or "-" when it fails or is not installed. The count
+# of files renamed goes to $work/renamed-NAME.
+timed() {
+  local name=$1
+  shift
+  fresh
+  local start end
+  start=$(date +%s.%N)
+  if "$@" >"$work/out.txt" 2>&1; then
+    end=$(date +%s.%N)
+    python3 -c "print('%.3f' % ($end - $start))"
+    # How many files it actually gave a capture-date name.
+    echo "$(find "$work/shoot" -name '2025-*' | wc -l)" >"$work/renamed-$name"
+  else
+    echo "-"
+    echo "  ($name failed: $(tail -n 2 "$work/out.txt" | tr '\n' ' '))" >&2
+  fi
+}
+
+have() { command -v "$1" >/dev/null; }
+
+echo "Shoot: $files files ($shots JPEG, $shots RAW twins, $((shots / 2)) sidecars), in $work" >&2
+declare -A seconds
+seconds[tessane]=$(timed tessane "$tessane" rename "$work/shoot" --template "{date:yyyy-MM-dd_HH-mm-ss}" \
+  --duplicates addSuffix --yes)
+seconds[exiftool]=$(have exiftool && timed exiftool exiftool -q -q '-FileName<DateTimeOriginal' \
+  -d '%Y-%m-%d_%H-%M-%S%%-c.%%e' -ext JPG -ext ARW "$work/shoot" || echo "-")
+seconds[exiv2]=$(have exiv2 && timed exiv2 bash -c 'exiv2 -F -r "%Y-%m-%d_%H-%M-%S" rename "$0"/*.JPG "$0"/*.ARW' \
+  "$work/shoot" || echo "-")
+seconds[jhead]=$(have jhead && timed jhead bash -c 'jhead -q -n%Y-%m-%d_%H-%M-%S "$0"/*.JPG' \
+  "$work/shoot" || echo "-")
+fresh
+read -r floor_read floor_total < <(python3 "$work/floor.py" "$work/shoot")
+seconds[floor]=$floor_total
+echo "$files" >"$work/renamed-floor"
+
+printf '\n%-10s %9s %9s %8s  %s\n' "Tool" "Seconds" "× floor" "Renamed" "What it does"
+row() {
+  local name=$1 what=$2 s=${seconds[$1]}
+  if [[ $s == "-" ]]; then
+    printf '%-10s %9s %9s %8s  %s\n' "$name" "-" "-" "-" "$what"
+  else
+    printf '%-10s %9s %9s %8s  %s\n' "$name" "$s" \
+      "$(python3 -c "print('%.2f' % ($s / $floor_total))")" "$(cat "$work/renamed-$name")" "$what"
+  fi
+}
+row tessane "capture-date names, numbered clashes, twins and sidecars along, safe, undoable"
+row exiftool "capture-date names, numbered clashes"
+row exiv2 "capture-date names, _1 on clashes"
+row jhead "JPEG only"
+row floor "read 64 KiB of each file ($floor_read s), then two renameat2 per file"

@@ -1,0 +1,139 @@
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <map>
+#include <set>
+#include <string>
+
+#include "ToolRunner.h"
+
+namespace tessane::testing {
+namespace {
+
+using nlohmann::json;
+namespace fs = std::filesystem;
+
+class DemoShoot : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    tool_.environment["TZ"] = "Europe/Rome";
+    const ToolResult made = tool_.run({"demo", shoot().string()});
+    ASSERT_EQ(made.exitCode, 0) << made.err;
+    made_ = made.out;
+  }
+  fs::path shoot() const { return folder_.path() / "Wedding"; }
+  std::string file(const std::string& name) const { return (shoot() / name).string(); }
+
+  // `meta --json` of the named files, by file name.
+  std::map<std::string, json> meta(const std::vector<std::string>& names) const {
+    std::vector<std::string> args{"meta", "--json"};
+    for (const std::string& n : names)
+      args.push_back(file(n));
+    const ToolResult r = tool_.run(args);
+    EXPECT_EQ(r.exitCode, 0) << r.err;
+    std::map<std::string, json> byName;
+    for (const json& entry : json::parse(r.out))
+      byName[fs::path(entry["path"].get<std::string>()).filename().string()] = entry;
+    return byName;
+  }
+
+  ToolRunner tool_;
+  TempFolder folder_;
+  std::string made_;
+};
+
+TEST_F(DemoShoot, MakesEveryKindOfFileAndRefusesAFolderWithFiles) {
+  std::set<std::string> names;
+  for (const auto& entry : fs::directory_iterator(shoot()))
+    names.insert(entry.path().filename().string());
+  for (const char* expected : {"DSC01201.JPG", "DSC01201.ARW", "DSC01203.xmp", "DSC_4410.JPG",
+                               "DSC_4410.NEF", "DSC_4411.JPG", "C0001.MP4"}) {
+    EXPECT_TRUE(names.count(expected)) << expected;
+    EXPECT_NE(made_.find(expected), std::string::npos) << made_;
+  }
+  EXPECT_FALSE(names.count("DSC_4411.NEF"));
+
+  const ToolResult again = tool_.run({"demo", shoot().string()});
+  EXPECT_EQ(again.exitCode, 1);
+  EXPECT_NE(again.err.find("already holds files"), std::string::npos) << again.err;
+  EXPECT_EQ(static_cast<std::size_t>(std::distance(fs::directory_iterator(shoot()), {})),
+            names.size());
+  const ToolResult onAFile = tool_.run({"demo", file("DSC01201.JPG")});
+  EXPECT_EQ(onAFile.exitCode, 1);
+}
+
+TEST_F(DemoShoot, MetaJsonGivesCaseNamesNumbersAndUtcDates) {
+  auto read = meta({"DSC01202.JPG", "DSC_4410.NEF", "DSC01203.JPG", "C0001.MP4"});
+  ASSERT_EQ(read.size(), 4u);
+
+  const json& sony = read["DSC01202.JPG"];
+  EXPECT_EQ(sony["kind"], "image");
+  const json& m = sony["metadata"];
+  EXPECT_EQ(m["make"], "SONY");
+  EXPECT_EQ(m["model"], "ILCE-7RM5");
+  EXPECT_EQ(m["serial"], "5021884");
+  EXPECT_EQ(m["lens"], "FE 85mm F1.4 GM");
+  // 14:03:05.20 on the camera, read in Rome (summer time), is 12:03:05.2 UTC.
+  EXPECT_EQ(m["date"], "2025-06-14T12:03:05.200Z");
+  EXPECT_TRUE(m["iso"].is_number_integer()) << m.dump();
+  EXPECT_EQ(m["iso"], 200);
+  EXPECT_TRUE(m["aperture"].is_number_float()) << m.dump();
+  EXPECT_DOUBLE_EQ(m["aperture"].get<double>(), 2.8);
+  EXPECT_DOUBLE_EQ(m["shutter"].get<double>(), 1.0 / 250);
+  EXPECT_EQ(m["width"], 480);
+  EXPECT_TRUE(m.contains("modified"));
+
+  const json& raw = read["DSC_4410.NEF"];
+  EXPECT_EQ(raw["kind"], "raw");
+  EXPECT_EQ(raw["metadata"]["serial"], "3018842");
+  EXPECT_EQ(raw["metadata"]["date"], "2025-06-14T12:01:05.300Z");  // two minutes behind
+
+  const json& withSidecar = read["DSC01203.JPG"]["metadata"];
+  EXPECT_EQ(withSidecar["title"], "The rings");
+  EXPECT_EQ(withSidecar["city"], "Roma");
+
+  const json& video = read["C0001.MP4"];
+  EXPECT_EQ(video["kind"], "video");
+  EXPECT_EQ(video["metadata"]["date"], "2025-06-14T12:20:00Z");
+  EXPECT_EQ(video["metadata"]["model"], "ILCE-7RM5");
+  EXPECT_GT(video["metadata"]["duration"].get<double>(), 1.5);
+}
+
+TEST_F(DemoShoot, MetaTextShowsLocalDatesAndReportsMissingFilesLast) {
+  const ToolResult r = tool_.run({"meta", "--time-zone", "Asia/Tokyo", file("DSC01202.JPG"),
+                                  file("gone.JPG"), file("DSC_4411.JPG")});
+  EXPECT_EQ(r.exitCode, 1);
+  // Camera times without an offset are read in the given zone and shown in it.
+  EXPECT_NE(r.out.find("  date: 2025-06-14 14:03:05.200 +09:00\n"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("DSC_4411.JPG  (image)\n"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("  make: NIKON CORPORATION\n"), std::string::npos) << r.out;
+  EXPECT_EQ(r.out.find("gone.JPG"), std::string::npos);
+  EXPECT_NE(r.err.find("gone.JPG: No such file or directory"), std::string::npos) << r.err;
+
+  const ToolResult zone = tool_.run({"meta", "--time-zone", "Mars/Olympus", file("C0001.MP4")});
+  EXPECT_EQ(zone.exitCode, 1);
+  EXPECT_NE(zone.err.find("“Mars/Olympus” isn’t a time zone."), std::string::npos) << zone.err;
+  EXPECT_EQ(tool_.run({"meta"}).exitCode, 2);
+}
+
+TEST(Meta, FilesThatAreNotMediaStillGiveTheirDates) {
+  ToolRunner tool;
+  TempFolder folder;
+  const auto broken = folder.file("broken.JPG", "\xFF\xD8 not really a JPEG");
+  const auto notes = folder.file("notes\xE9.txt", "hello");  // a name that isn't UTF-8
+  const ToolResult r = tool.run({"meta", "--json", broken.string(), notes.string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  const json all = json::parse(r.out);
+  ASSERT_EQ(all.size(), 2u);
+  EXPECT_EQ(all[0]["kind"], "image");
+  EXPECT_EQ(all[1]["kind"], "other");
+  EXPECT_EQ(fs::path(all[1]["path"].get<std::string>()).filename(), "notes\uFFFD.txt");
+  for (const json& entry : all) {
+    EXPECT_TRUE(entry["metadata"].contains("modified")) << entry.dump();
+    EXPECT_FALSE(entry["metadata"].contains("make")) << entry.dump();
+  }
+}
+
+}  // namespace
+}  // namespace tessane::testing
