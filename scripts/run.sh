@@ -1,28 +1,44 @@
 #!/usr/bin/env bash
-# Builds the tool and lists a folder: each file with its base name, extension, kind and blocks.
-#   scripts/run.sh [FOLDER]
-# Without a folder, a small demo folder is made in a temporary place and listed.
+# Builds the tool and shows what it does.
+#   scripts/run.sh          makes a demo shoot in a temporary folder (two cameras, one clock two
+#                           minutes behind, bursts, RAW twins, sidecars, a video), previews it,
+#                           renames it, shows the history and undoes the rename. Everything,
+#                           settings and history included, stays in a temporary home.
+#   scripts/run.sh FOLDER   previews new names for the files of FOLDER; nothing is renamed.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 bash "$root/scripts/build.sh" release >/dev/null
+tessane="$root/build/release/src/tessane/tessane"
 
 if [ $# -ge 1 ]; then
-  exec "$root/build/release/src/tessane/tessane" list "$1"
+  exec "$tessane" preview "$@" --template "{date:yyyy-MM-dd_HH-mm-ss}_{model}" --duplicates addSuffix
 fi
 
-demo="$(mktemp -d "${TMPDIR:-/tmp}/tessane-demo-XXXXXX")"
-trap 'rm -rf "$demo"' EXIT
-(
-  cd "$demo"
-  touch DSC_0001.ARW DSC_0001.JPG DSC_0001.ARW.xmp DSC_0002.ARW DSC_0002.JPG \
-        IMG_2.JPG IMG_10.JPG C0001.MP4 C0001.MP4.xmp clip.avi.xmp "2024-05-01_Rome_001.HEIC" \
-        "$(printf 'E\xcc\x81te\xcc\x81 a\xcc\x80 Paris.jpg')" \
-        "$(printf '\xf0\x9f\x8c\x8a surf.JPG')" \
-        "$(printf 'caf\xe9 (Latin-1 name).jpg')" \
-        .hidden-catalog
-  mkdir Exports
-  ln -s DSC_0001.JPG link-to-photo.JPG
-)
-echo "Demo folder: $demo"
-echo
-"$root/build/release/src/tessane/tessane" list "$demo"
+home="$(mktemp -d "${TMPDIR:-/tmp}/tessane-demo-XXXXXX")"
+trap 'rm -rf "$home"' EXIT
+export XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data"
+shoot="$home/Wedding"
+step() {
+  if [ -t 1 ]; then printf '\n\033[1m$ %s\033[0m\n' "$*"; else printf '\n$ %s\n' "$*"; fi
+}
+
+step tessane demo "$shoot"
+"$tessane" demo "$shoot" | head -8
+echo "  …"
+step tessane bodies set 3018842 --tag Z6 --offset +0:02:00
+"$tessane" bodies set 3018842 --tag Z6 --offset +0:02:00
+step tessane bodies set ILCE-7RM5 --tag A7R
+"$tessane" bodies set ILCE-7RM5 --tag A7R
+template="{date:yyyy-MM-dd_HH-mm-ss}_{body}"
+step tessane preview "$shoot" --template "$template" --duplicates addSuffix
+"$tessane" preview "$shoot" --template "$template" --duplicates addSuffix
+step tessane rename "$shoot" --template "$template" --duplicates addSuffix --yes
+"$tessane" rename "$shoot" --template "$template" --duplicates addSuffix --yes
+step ls "$shoot"
+ls "$shoot"
+step tessane history
+"$tessane" history
+step tessane undo
+"$tessane" undo
+step ls "$shoot"
+ls "$shoot"
