@@ -153,10 +153,23 @@ std::optional<Plan> plan(const PlanOptions& o, Tool& tool) {
     return std::nullopt;
   }
 
+  const Preferences& settings = prefs;
+  std::set<TwinKind> kinds = settings.twinKinds();
+  if (o.twinKindsOption->count() > 0) {
+    kinds.clear();
+    for (const std::string& k : o.twinKinds)
+      kinds.insert(*twinKindFromRawValue(k));
+  }
+  TwinOptions twins =
+      TwinOptions::forKinds(kinds.count(TwinKind::images) > 0, kinds.count(TwinKind::video) > 0,
+                            kinds.count(TwinKind::sidecars) > 0);
+  twins.isEnabled = !o.noTwins;
+
   ShootRequest request;
   request.paths = o.paths;
   request.zone = p.naming.zone.get();
   request.bodies = &tool.bodies().bodies();
+  request.twins = &twins;
   std::optional<Shoot> shoot = gatherShoot(request, tool);
   if (!shoot) return std::nullopt;
   p.shoot = std::move(*shoot);
@@ -164,16 +177,7 @@ std::optional<Plan> plan(const PlanOptions& o, Tool& tool) {
   PreviewRequest preview;
   preview.subjects = p.shoot.subjects;
   preview.stack = std::move(*stack);
-  std::set<TwinKind> kinds = prefs.twinKinds();
-  if (o.twinKindsOption->count() > 0) {
-    kinds.clear();
-    for (const std::string& k : o.twinKinds)
-      kinds.insert(*twinKindFromRawValue(k));
-  }
-  preview.twins =
-      TwinOptions::forKinds(kinds.count(TwinKind::images) > 0, kinds.count(TwinKind::video) > 0,
-                            kinds.count(TwinKind::sidecars) > 0);
-  preview.twins.isEnabled = !o.noTwins;
+  preview.twins = twins;
   preview.order = !o.order.empty() ? *batchOrderFromRawValue(o.order)
                                    : prefs.batchOrder().value_or(BatchOrder::captureTime);
   preview.duplicates =

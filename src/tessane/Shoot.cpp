@@ -6,6 +6,7 @@
 #include <unicode/timezone.h>
 #include <atomic>
 #include <cstdio>
+#include <numeric>
 #include <set>
 #include <stop_token>
 
@@ -113,9 +114,28 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
   }
 
   if (request.readMetadata && !shoot.subjects.empty()) {
+    // Which file's metadata each file takes: its own, or its twin group's primary's.
+    const std::size_t count = shoot.subjects.size();
+    std::vector<std::size_t> source(count);
+    std::iota(source.begin(), source.end(), 0);
+    if (request.twins != nullptr && request.twins->isEnabled) {
+      std::vector<std::optional<std::string>> keys(count);
+      std::vector<FileName> names(count);
+      for (std::size_t i = 0; i < count; ++i) {
+        keys[i] =
+            twinKey(shoot.subjects[i].name, shoot.subjects[i].folder.native(), *request.twins);
+        names[i] = FileName::parse(shoot.subjects[i].name);
+      }
+      for (const TwinGroup& g : groupTwins(keys, names, source)) {
+        for (std::size_t m : g.members)
+          source[m] = g.primary;
+      }
+    }
     std::vector<BatchFile> files;
-    files.reserve(shoot.subjects.size());
-    for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
+    std::vector<std::size_t> readAt(count, 0);  // a primary's place among the files read
+    for (std::size_t i = 0; i < count; ++i) {
+      if (source[i] != i) continue;
+      readAt[i] = files.size();
       files.push_back(
           BatchFile{shoot.paths[i], fileKindOf(FileName::parse(shoot.subjects[i].name).ext)});
     }
@@ -140,9 +160,9 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
       tool.error("Stopped: nothing was renamed.");
       return std::nullopt;
     }
-    for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
-      RenameSubject& s = shoot.subjects[i];
-      if (read.files[i]) s.metadata = std::move(read.files[i]->values);
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::optional<FileMetadata>& values = read.files[readAt[source[i]]];
+      if (values) shoot.subjects[i].metadata = values->values;
     }
   }
 

@@ -31,6 +31,10 @@ struct ShootRequest {
   bool readMetadata = true;
   const icu::TimeZone* zone = nullptr;  // camera clock times without an offset; null: the system's
   const CameraBodies* bodies = nullptr;
+  // When given, only each twin group's primary is read: its twins take its metadata, since only
+  // the primary's values build names, and so sort beside it. Saves reading the JPEG, sidecar and
+  // video of every RAW.
+  const TwinOptions* twins = nullptr;
 };
 
 // The shoot, or nullopt after the problem was reported (a path that doesn't exist, a folder that
