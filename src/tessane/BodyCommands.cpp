@@ -19,12 +19,6 @@
 namespace tessane::cli {
 namespace {
 
-std::string inQuotes(std::string_view text) {
-  std::string out = "“";
-  out.append(unicode::toDisplayable(text)).append("”");
-  return out;
-}
-
 std::string trimmed(std::string_view text) {
   const auto first = text.find_first_not_of(" \t\r\n\f\v");
   if (first == std::string_view::npos) return {};

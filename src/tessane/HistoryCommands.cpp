@@ -1,6 +1,5 @@
 // tessane undo, history, revert ID and restore-originals PATH...: going back, from the history
 // the application shares, and to the names the camera gave.
-#include <signal.h>
 #include <CLI/CLI.hpp>
 
 #include <chrono>
@@ -43,55 +42,6 @@ std::string localTime(Date date) {
   return buffer;
 }
 
-std::string quotedName(const std::filesystem::path& p) {
-  std::string out = "“";
-  return out.append(unicode::toDisplayable(p.filename().native())).append("”");
-}
-
-// The system's words for a batch that could not go back, and the exit code.
-int reportFailure(const Tool& tool, const SafeRenameError& e) {
-  if (e.kind == SafeRenameError::Case::failed && !e.stranded.empty()) {
-    tool.error("Some files couldn’t go back to their names");
-    for (const FileMove& m : e.stranded) {
-      std::cerr << unicode::toDisplayable(m.source.native()) << " → "
-                << unicode::toDisplayable(m.destination.filename().native()) << "\n";
-    }
-    return kExitPartial;
-  }
-  switch (e.kind) {
-    case SafeRenameError::Case::sourceMissing:
-      tool.error(quotedName(e.url) + " is no longer in the folder.");
-      break;
-    case SafeRenameError::Case::duplicateDestination:
-      tool.error("Two files would be called " + quotedName(e.url) + ".");
-      break;
-    case SafeRenameError::Case::destinationExists:
-      tool.error("There’s already a file called " + quotedName(e.url) +
-                 " in the folder. Rename or move it and try again.");
-      break;
-    default:
-      tool.error("Couldn’t rename " + quotedName(e.url) +
-                 ". It may be in use by another app: close it and try again.");
-  }
-  return kExitRefused;
-}
-
-class HoldInterrupts {
- public:
-  HoldInterrupts() {
-    struct sigaction ignore {};
-    ignore.sa_handler = SIG_IGN;
-    sigemptyset(&ignore.sa_mask);
-    ::sigaction(SIGINT, &ignore, &previous_);
-  }
-  ~HoldInterrupts() { ::sigaction(SIGINT, &previous_, nullptr); }
-  HoldInterrupts(const HoldInterrupts&) = delete;
-  HoldInterrupts& operator=(const HoldInterrupts&) = delete;
-
- private:
-  struct sigaction previous_ {};
-};
-
 int goBack(Tool& tool, const RenameHistory::Entry& entry) {
   const std::size_t count = entry.moves.size();
   LinuxFileRenaming system;
@@ -99,7 +49,7 @@ int goBack(Tool& tool, const RenameHistory::Entry& entry) {
     HoldInterrupts hold;
     return BatchRunner::goBack(entry.id, now(), system, tool.history(), tool.journalFolder());
   }();
-  if (!result) return reportFailure(tool, result.error());
+  if (!result) return reportBatchFailure(tool, result.error());
   std::cout << count << " files back to their previous names\n";
   return kExitOk;
 }
@@ -214,7 +164,7 @@ int restoreOriginals(Tool& tool, const std::vector<std::string>& paths, bool yes
     return BatchRunner::run(moves, RenameHistory::Kind::restoreOriginals, now(), system,
                             tool.history(), tool.journalFolder());
   }();
-  if (!result) return reportFailure(tool, result.error());
+  if (!result) return reportBatchFailure(tool, result.error());
   std::cout << moves.size() << " files back to their original names\n";
   return kExitOk;
 }

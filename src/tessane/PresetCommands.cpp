@@ -16,12 +16,6 @@
 namespace tessane::cli {
 namespace {
 
-std::string inQuotes(std::string_view text) {
-  std::string out = "“";
-  out.append(unicode::toDisplayable(text)).append("”");
-  return out;
-}
-
 // The listing of the store, or nullopt (and the message printed) when the folder can't be read.
 std::optional<PresetStore::Listing> listing(const Tool& tool) {
   Result<PresetStore::Listing> listed = tool.presets().list();

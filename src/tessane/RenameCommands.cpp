@@ -1,7 +1,6 @@
 // tessane preview PATH... and tessane rename PATH...: plan a batch with the rules given (a
 // template, a preset, or both) and the settings for everything not given; show the plan, or
 // carry it out through the safe renamer and record it in the history.
-#include <signal.h>
 #include <CLI/CLI.hpp>
 
 #include <unicode/timezone.h>
@@ -256,43 +255,6 @@ void printTable(const Plan& p, const Terminal& terminal) {
             << " unchanged, " << warnings << " with warnings, " << errors << " with errors\n";
 }
 
-// The system's words for a batch the safe renamer refused or could not finish.
-std::string renameErrorMessage(const SafeRenameError& e) {
-  const std::string name = "“" + unicode::toDisplayable(e.url.filename().native()) + "”";
-  switch (e.kind) {
-    case SafeRenameError::Case::sourceMissing:
-      return name + " is no longer in the folder.";
-    case SafeRenameError::Case::notSameFolder:
-      return "Couldn’t rename " + name + ".";
-    case SafeRenameError::Case::duplicateDestination:
-      return "Two files would be called " + name + ".";
-    case SafeRenameError::Case::destinationExists:
-      return "There’s already a file called " + name +
-             " in the folder. Rename or move it and try again.";
-    case SafeRenameError::Case::failed:
-      return "Couldn’t rename " + name +
-             ". It may be in use by another app: close it and try again.";
-  }
-  return e.message();
-}
-
-// While files move, Ctrl-C waits: the batch finishes or rolls back, never leaving hidden names.
-class HoldInterrupts {
- public:
-  HoldInterrupts() {
-    struct sigaction ignore {};
-    ignore.sa_handler = SIG_IGN;
-    sigemptyset(&ignore.sa_mask);
-    ::sigaction(SIGINT, &ignore, &previous_);
-  }
-  ~HoldInterrupts() { ::sigaction(SIGINT, &previous_, nullptr); }
-  HoldInterrupts(const HoldInterrupts&) = delete;
-  HoldInterrupts& operator=(const HoldInterrupts&) = delete;
-
- private:
-  struct sigaction previous_ {};
-};
-
 int runPreview(const PlanOptions& o, Tool& tool) {
   std::optional<Plan> p = plan(o, tool);
   if (!p) return kExitRefused;
@@ -347,19 +309,7 @@ int runRename(const PlanOptions& o, Tool& tool) {
         std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::system_clock::now()),
         system, tool.history(), tool.journalFolder());
   }();
-  if (!result) {
-    const SafeRenameError& e = result.error();
-    if (e.kind == SafeRenameError::Case::failed && !e.stranded.empty()) {
-      tool.error("Some files couldn’t go back to their names");
-      for (const FileMove& m : e.stranded) {
-        std::cerr << unicode::toDisplayable(m.source.native()) << " → "
-                  << unicode::toDisplayable(m.destination.filename().native()) << "\n";
-      }
-      return kExitPartial;
-    }
-    tool.error(renameErrorMessage(e));
-    return kExitRefused;
-  }
+  if (!result) return reportBatchFailure(tool, result.error());
   // Each file keeps the name it had before its first rename, where the setting allows.
   for (const FileMove& m : moves) {
     const bool remember = keepOriginals == OriginalNames::always ||

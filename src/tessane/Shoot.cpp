@@ -42,11 +42,6 @@ class InterruptGuard {
   struct sigaction previous_ {};
 };
 
-std::string quoted(const std::filesystem::path& p) {
-  std::string out = "“";
-  return out.append(unicode::toDisplayable(p.native())).append("”");
-}
-
 void addFolderContents(Shoot& shoot, const std::filesystem::path& folder,
                        const std::vector<ListedFile>* files) {
   FolderContents& contents = shoot.folders[folder.native()];
@@ -69,7 +64,7 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
   std::set<std::string> seen;  // the same file given twice counts once
   auto add = [&](const ListedFile& file, const std::filesystem::path& folder) {
     if (!file.nameIsText) {
-      tool.error(quoted(file.path.filename()) + ": " +
+      tool.error(inQuotes(file.path.filename().native()) + ": " +
                  std::string(FolderListing::kNameNotTextWarning));
       return;
     }
@@ -86,14 +81,14 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
     std::error_code error;
     const auto status = std::filesystem::symlink_status(path, error);
     if (error || !std::filesystem::exists(status)) {
-      tool.error(quoted(path) + " doesn’t exist.");
+      tool.error(inQuotes(path.native()) + " doesn’t exist.");
       return std::nullopt;
     }
     if (std::filesystem::is_directory(std::filesystem::status(path, error))) {
       Result<std::vector<ListedFile>> files = FolderListing::files(path);
       if (!files) {
         tool.error("Couldn’t open the folder " +
-                   quoted(path.filename().empty() ? path : path.filename()) + ". " +
+                   inQuotes((path.filename().empty() ? path : path.filename()).native()) + ". " +
                    std::generic_category().message(files.error().code));
         return std::nullopt;
       }
@@ -103,7 +98,7 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
       continue;
     }
     if (!std::filesystem::is_regular_file(status)) {
-      tool.error(quoted(path) + " isn’t a file or a folder that can be renamed.");
+      tool.error(inQuotes(path.native()) + " isn’t a file or a folder that can be renamed.");
       return std::nullopt;
     }
     std::filesystem::path folder = path.parent_path();

@@ -1,5 +1,6 @@
 #include "Tool.h"
 
+#include <signal.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -9,7 +10,9 @@
 #include <cstdlib>
 #include <iostream>
 
+#include "RenameEngine/Unicode.h"
 #include "RenameIO/DataFolder.h"
+#include "RenameIO/SafeRenameError.h"
 
 namespace tessane::cli {
 
@@ -80,6 +83,58 @@ bool Tool::confirm(std::string_view question) const {
   std::string answer;
   if (!std::getline(std::cin, answer)) return false;
   return answer == "y" || answer == "Y" || answer == "yes" || answer == "Yes";
+}
+
+std::string inQuotes(std::string_view text) {
+  std::string out = "“";
+  return out.append(unicode::toDisplayable(text)).append("”");
+}
+
+struct HoldInterrupts::Saved {
+  struct sigaction previous {};
+};
+
+HoldInterrupts::HoldInterrupts() : saved_(std::make_unique<Saved>()) {
+  struct sigaction ignore {};
+  ignore.sa_handler = SIG_IGN;
+  sigemptyset(&ignore.sa_mask);
+  ::sigaction(SIGINT, &ignore, &saved_->previous);
+}
+
+HoldInterrupts::~HoldInterrupts() {
+  ::sigaction(SIGINT, &saved_->previous, nullptr);
+}
+
+int reportBatchFailure(const Tool& tool, const SafeRenameError& e) {
+  const std::string name = inQuotes(e.url.filename().native());
+  switch (e.kind) {
+    case SafeRenameError::Case::sourceMissing:
+      tool.error(name + " is no longer in the folder.");
+      return kExitRefused;
+    case SafeRenameError::Case::notSameFolder:
+      tool.error("Couldn’t rename " + name + ".");
+      return kExitRefused;
+    case SafeRenameError::Case::duplicateDestination:
+      tool.error("Two files would be called " + name + ".");
+      return kExitRefused;
+    case SafeRenameError::Case::destinationExists:
+      tool.error("There’s already a file called " + name +
+                 " in the folder. Rename or move it and try again.");
+      return kExitRefused;
+    case SafeRenameError::Case::failed:
+      break;
+  }
+  if (e.stranded.empty()) {
+    tool.error("Couldn’t rename " + name +
+               ". It may be in use by another app: close it and try again.");
+    return kExitRefused;
+  }
+  tool.error("Some files couldn’t go back to their names");
+  for (const FileMove& m : e.stranded) {
+    std::cerr << unicode::toDisplayable(m.source.native()) << " → "
+              << unicode::toDisplayable(m.destination.filename().native()) << "\n";
+  }
+  return kExitPartial;
 }
 
 }  // namespace tessane::cli

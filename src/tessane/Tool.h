@@ -19,6 +19,10 @@ class App;
 }
 class QSettings;
 
+namespace tessane {
+struct SafeRenameError;
+}
+
 namespace tessane::cli {
 
 constexpr int kExitOk = 0;       // done
@@ -61,6 +65,26 @@ class Tool {
   std::unique_ptr<BodyTable> bodies_;
   std::unique_ptr<RenameHistory> history_;
 };
+
+// `text` in curly quotes, bytes that are not UTF-8 shown as U+FFFD: “DSC_0001.ARW”.
+std::string inQuotes(std::string_view text);
+
+// While files move, Ctrl-C waits: the batch finishes or rolls back, never leaving hidden names.
+class HoldInterrupts {
+ public:
+  HoldInterrupts();
+  ~HoldInterrupts();
+  HoldInterrupts(const HoldInterrupts&) = delete;
+  HoldInterrupts& operator=(const HoldInterrupts&) = delete;
+
+ private:
+  struct Saved;
+  std::unique_ptr<Saved> saved_;
+};
+
+// Reports a batch the safe renamer refused or could not finish in the system's words, and
+// returns the exit code: kExitPartial with the stranded files listed, else kExitRefused.
+int reportBatchFailure(const Tool& tool, const SafeRenameError& error);
 
 // Each family of commands adds its subcommands to the app; a command's callback stores its exit
 // code in `exitCode`.
