@@ -31,6 +31,13 @@ char asciiUpper(char c) {
   return (c >= 'a' && c <= 'z') ? static_cast<char>(c - 32) : c;
 }
 
+std::string mapAscii(std::string_view text, char (*map)(char)) {
+  std::string out(text);
+  for (char& c : out)
+    c = map(c);
+  return out;
+}
+
 // Runs one of ICU's UTF-8 case mappings; on failure (or text that is not UTF-8) the text is
 // returned unchanged.
 template <typename Mapping>
@@ -415,36 +422,21 @@ void normalizeInPlace(std::string& text) {
 }
 
 std::string foldCase(std::string_view text) {
-  if (isAscii(text)) {
-    std::string out(text);
-    for (char& c : out)
-      c = asciiLower(c);
-    return out;
-  }
+  if (isAscii(text)) return mapAscii(text, asciiLower);
   return mapUtf8(text, [](icu::StringPiece s, icu::ByteSink& sink, UErrorCode& status) {
     icu::CaseMap::utf8Fold(U_FOLD_CASE_DEFAULT, s, sink, nullptr, status);
   });
 }
 
 std::string toUpper(std::string_view text) {
-  if (isAscii(text)) {
-    std::string out(text);
-    for (char& c : out)
-      c = asciiUpper(c);
-    return out;
-  }
+  if (isAscii(text)) return mapAscii(text, asciiUpper);
   return mapUtf8(text, [](icu::StringPiece s, icu::ByteSink& sink, UErrorCode& status) {
     icu::CaseMap::utf8ToUpper("", 0, s, sink, nullptr, status);
   });
 }
 
 std::string toLower(std::string_view text) {
-  if (isAscii(text)) {
-    std::string out(text);
-    for (char& c : out)
-      c = asciiLower(c);
-    return out;
-  }
+  if (isAscii(text)) return mapAscii(text, asciiLower);
   return mapUtf8(text, [](icu::StringPiece s, icu::ByteSink& sink, UErrorCode& status) {
     icu::CaseMap::utf8ToLower("", 0, s, sink, nullptr, status);
   });
