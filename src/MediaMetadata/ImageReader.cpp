@@ -31,6 +31,8 @@ using Exiv2::Exifdatum;
 
 // What the quick path reads at once: the EXIF segment of a camera JPEG fits in it.
 constexpr std::size_t kHeadBytes = 64 * 1024;
+// What the quick path reads of a TIFF-based RAW file.
+constexpr std::size_t kRawHeadBytes = 256 * 1024;
 
 // The IFDs are told apart by Exiv2's internal ids, found once from known keys.
 struct Groups {
@@ -395,6 +397,49 @@ bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
   return true;
 }
 
+bool looksLikeTiff(std::span<const std::uint8_t> b) {
+  return b.size() >= 8 && ((b[0] == 'I' && b[1] == 'I' && b[2] == 42 && b[3] == 0) ||
+                           (b[0] == 'M' && b[1] == 'M' && b[2] == 0 && b[3] == 42));
+}
+
+// Whether IFD0 of a TIFF stream names `tag` (nothing is read past the stream's end).
+bool ifd0Has(std::span<const std::uint8_t> b, std::uint16_t tag) {
+  const bool little = b[0] == 'I';
+  auto u16 = [&](std::size_t at) -> std::uint32_t {
+    return little ? (b[at] | b[at + 1] << 8) : (b[at] << 8 | b[at + 1]);
+  };
+  auto u32 = [&](std::size_t at) -> std::uint32_t {
+    return little ? (u16(at) | u16(at + 2) << 16) : (u16(at) << 16 | u16(at + 2));
+  };
+  const std::size_t ifd = u32(4);
+  if (ifd + 2 > b.size()) return true;  // can't tell: say yes, and let Exiv2 decide
+  const std::size_t count = u16(ifd);
+  if (ifd + 2 + count * 12 > b.size()) return true;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (u16(ifd + 2 + i * 12) == tag) return true;
+  }
+  return false;
+}
+
+// The quick path for TIFF-based RAW files (ARW, NEF, PEF, ORF…): IFD0 and the EXIF IFD read the
+// quick way, when the photo's size is in EXIF and the maker note could add nothing. DNG files
+// (whose size is the default crop of the raw image's IFD) and TIFF images (whose size is the
+// primary image's, as Exiv2 picks it) are left to Exiv2. False when Exiv2 must decide.
+bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+                  MetadataMap& out) {
+  constexpr std::uint16_t kDngVersion = 0xc612;
+  if (kind != FileKind::raw || !looksLikeTiff(bytes) || ifd0Has(bytes, kDngVersion)) return false;
+  ImageFields f;
+  bool makerNote = false;
+  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) return false;
+  if (makerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+  if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
+    return false;
+  }
+  ImageFieldsMapping::toMetadata(f, kind, zone, out);
+  return true;
+}
+
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
 // block to it. False when Exiv2's whole parse must decide.
 bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
@@ -449,6 +494,19 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
                                              got > 0 ? static_cast<std::size_t>(got) : 0);
       });
     }
+    if (!quick && kind == FileKind::raw && looksLikeTiff(head)) {
+      // A RAW file's IFD0 and EXIF IFD sit near its start; what lies past the head (a maker
+      // note, the image) is not needed unless the quick path gives up.
+      if (head.size() == kHeadBytes) {  // the file is longer than what was read
+        head.resize(kRawHeadBytes);
+        const ssize_t got = ::pread(fd, head.data(), head.size(), 0);
+        head.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+      }
+      if (quickTiffRaw(head, kind, zone, out)) {
+        ::close(fd);
+        return;
+      }
+    }
     ::close(fd);
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
     if (BmffExif::looksLikeBmff(head)) {
@@ -484,6 +542,10 @@ void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
   }
   if (quickPath && BmffExif::looksLikeBmff(bytes) && quickBmff(bytes, kind, zone, out)) return;
+  if (quickPath &&
+      quickTiffRaw(bytes.first(std::min(bytes.size(), kRawHeadBytes)), kind, zone, out)) {
+    return;
+  }
   // Exiv2 may read a little past the end of what it is given (see paddedCrw): give it a copy that
   // ends in zeros.
   std::vector<std::uint8_t> padded(bytes.size() + kPadding, 0);

@@ -318,18 +318,24 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
   int quick = 0;
   int exifParserOnly = 0;
   int bmffs = 0;
+  int tiffs = 0;
   for (const auto& entry : fs::recursive_directory_iterator(root)) {
     if (!entry.is_regular_file()) continue;
     const std::string bytes = slurp(entry.path());
     const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     const bool bmff = BmffExif::looksLikeBmff(span);
-    if (!JpegExif::looksLikeJpeg(span) && !bmff) continue;
-    ++(bmff ? bmffs : jpegs);
+    const bool tiff = span.size() >= 4 && (span[0] == 'I' || span[0] == 'M') && span[1] == span[0];
+    if (!JpegExif::looksLikeJpeg(span) && !bmff && !tiff) continue;
+    if (tiff) {
+      ++tiffs;
+    } else {
+      ++(bmff ? bmffs : jpegs);
+    }
     const auto fetch = [&](std::uint64_t offset, std::size_t size) {
       if (offset > span.size()) return std::span<const std::uint8_t>();
       return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
     };
-    if (bmff) {
+    if (bmff || tiff) {
       // Counted by whether the quick path answers; compared below like the JPEG files.
     } else if (const auto parts = JpegExif::read(fetch))
       ++(parts->exifForExiv2 ? exifParserOnly : quick);
@@ -344,7 +350,7 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
   }
   std::cout << "JPEG samples: " << jpegs << ", read by the quick path: " << quick
             << ", by the quick path and Exiv2's EXIF parser: " << exifParserOnly
-            << "; ISO base media samples: " << bmffs << "\n";
+            << "; ISO base media samples: " << bmffs << "; TIFF-based samples: " << tiffs << "\n";
   EXPECT_GT(jpegs, 200);
   EXPECT_GT(quick, 0);
 }
