@@ -406,7 +406,9 @@ bool looksLikeTiff(std::span<const std::uint8_t> b) {
 bool ifd0Has(std::span<const std::uint8_t> b, std::uint16_t tag) {
   const bool little = b[0] == 'I';
   auto u16 = [&](std::size_t at) -> std::uint32_t {
-    return little ? (b[at] | b[at + 1] << 8) : (b[at] << 8 | b[at + 1]);
+    const std::uint32_t first = b[at];
+    const std::uint32_t second = b[at + 1];
+    return little ? (first | second << 8) : (first << 8 | second);
   };
   auto u32 = [&](std::size_t at) -> std::uint32_t {
     return little ? (u16(at) | u16(at + 2) << 16) : (u16(at) << 16 | u16(at + 2));

@@ -54,7 +54,7 @@ std::string isoUtc(Date date) {
   std::string out(text, n > 0 ? static_cast<std::size_t>(n) : 0);
   const long long micros = time.subseconds().count();
   if (micros != 0) {
-    char fraction[16];
+    char fraction[32];
     if (micros % 1000 == 0) {
       std::snprintf(fraction, sizeof fraction, ".%03lld", micros / 1000);
     } else {
