@@ -2,17 +2,9 @@
 
 #include <random>
 
+#include "HexDigit.h"
+
 namespace tessane {
-namespace {
-
-int hexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
-}
-
-}  // namespace
 
 Uuid Uuid::random() {
   // The system's entropy source, seeded once per thread into a 64-bit generator.
@@ -44,8 +36,8 @@ std::optional<Uuid> Uuid::parse(std::string_view text) {
       ++i;
       continue;
     }
-    const int hi = hexValue(text[i]);
-    const int lo = hexValue(text[i + 1]);
+    const int hi = hexDigitValue(text[i]);
+    const int lo = hexDigitValue(text[i + 1]);
     if (hi < 0 || lo < 0) return std::nullopt;
     u.bytes_[byte++] = static_cast<std::uint8_t>(hi * 16 + lo);
     i += 2;

@@ -1,5 +1,7 @@
 #include "FileUrl.h"
 
+#include "RenameEngine/HexDigit.h"
+
 #include <array>
 #include <string_view>
 #include <system_error>
@@ -36,13 +38,6 @@ void appendEncoded(std::string& out, std::string_view bytes) {
     out.push_back(kDigits[c & 0x0F]);
     i = run + 1;
   }
-}
-
-int hexValue(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
 }
 
 }  // namespace
@@ -84,8 +79,8 @@ std::optional<std::filesystem::path> toPath(std::string_view url) {
       continue;
     }
     if (i + 2 >= url.size()) return std::nullopt;
-    const int hi = hexValue(url[i + 1]);
-    const int lo = hexValue(url[i + 2]);
+    const int hi = hexDigitValue(url[i + 1]);
+    const int lo = hexDigitValue(url[i + 2]);
     if (hi < 0 || lo < 0 || (hi == 0 && lo == 0)) return std::nullopt;
     out.push_back(static_cast<char>(hi * 16 + lo));
     i += 2;
