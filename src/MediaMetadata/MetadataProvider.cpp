@@ -2,6 +2,8 @@
 
 #include <unicode/timezone.h>
 
+#include <initializer_list>
+
 #include "AudioReader.h"
 #include "FileDates.h"
 #include "ImageReader.h"
@@ -12,13 +14,28 @@
 
 namespace tessane {
 
+MetadataScope MetadataScope::forVariables(const std::set<TemplateVariable>& variables) {
+  const auto uses = [&](std::initializer_list<TemplateVariable> any) {
+    for (TemplateVariable v : any) {
+      if (variables.count(v) > 0) return true;
+    }
+    return false;
+  };
+  using V = TemplateVariable;
+  MetadataScope scope;
+  scope.fileDates = uses({V::created, V::modified});
+  scope.sidecars = uses({V::city, V::location, V::author, V::title, V::headline});
+  return scope;
+}
+
 MetadataProvider::MetadataProvider()
     : MetadataProvider(*std::unique_ptr<icu::TimeZone>(icu::TimeZone::createDefault())) {}
 
 MetadataProvider::MetadataProvider(const icu::TimeZone& timeZone,
-                                   std::shared_ptr<SidecarIndex> sidecars)
+                                   std::shared_ptr<SidecarIndex> sidecars, MetadataScope scope)
     : timeZone_(timeZone.clone()),
-      sidecars_(sidecars ? std::move(sidecars) : std::make_shared<SidecarIndex>()) {
+      sidecars_(sidecars ? std::move(sidecars) : std::make_shared<SidecarIndex>()),
+      scope_(scope) {
   MediaLibraries::initialize();
 }
 
@@ -42,8 +59,8 @@ FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind 
     case FileKind::other:
       break;
   }
-  FileDates::read(file, result.values);
-  if (kind != FileKind::sidecar) {
+  if (scope_.fileDates) FileDates::read(file, result.values);
+  if (scope_.sidecars && kind != FileKind::sidecar) {
     if (const auto sidecar = sidecars_->sidecar(file)) SidecarReader::read(*sidecar, result.values);
   }
   return result;

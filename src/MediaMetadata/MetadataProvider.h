@@ -18,11 +18,13 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 
 #include <unicode/uversion.h>
 
 #include "RenameEngine/FileKind.h"
 #include "RenameEngine/MetadataValue.h"
+#include "RenameEngine/Template.h"
 #include "SidecarIndex.h"
 
 U_NAMESPACE_BEGIN
@@ -40,12 +42,23 @@ struct FileMetadata {
   friend bool operator==(const FileMetadata&, const FileMetadata&) = default;
 };
 
+// What a read takes beyond the file's own contents. The application reads everything; a caller
+// that knows which values its rules name can leave out what none of them needs.
+struct MetadataScope {
+  bool fileDates = true;  // created, modified
+  bool sidecars = true;   // the XMP sidecar's descriptive fields
+
+  // Only what the template variables given can show.
+  static MetadataScope forVariables(const std::set<TemplateVariable>& variables);
+};
+
 class MetadataProvider {
  public:
   // The system's default time zone and a new sidecar index.
   MetadataProvider();
   explicit MetadataProvider(const icu::TimeZone& timeZone,
-                            std::shared_ptr<SidecarIndex> sidecars = nullptr);
+                            std::shared_ptr<SidecarIndex> sidecars = nullptr,
+                            MetadataScope scope = {});
 
   const icu::TimeZone& timeZone() const { return *timeZone_; }
   const std::shared_ptr<SidecarIndex>& sidecars() const { return sidecars_; }
@@ -58,6 +71,7 @@ class MetadataProvider {
  private:
   std::shared_ptr<const icu::TimeZone> timeZone_;
   std::shared_ptr<SidecarIndex> sidecars_;
+  MetadataScope scope_;
 };
 
 }  // namespace tessane

@@ -171,6 +171,16 @@ std::optional<NamingContext> NamingContext::inZone(std::string_view zoneID,
                        std::move(missingText)};
 }
 
+std::set<TemplateVariable> variablesUsed(const RuleStack& stack) {
+  std::set<TemplateVariable> out;
+  for (const Rule& rule : stack.rules) {
+    const auto* format = std::get_if<RuleAction::Format>(&rule.action.value);
+    if (!rule.isEnabled || format == nullptr) continue;
+    out.merge(variablesOf(Template::parse(format->format.templateText)));
+  }
+  return out;
+}
+
 Json toJson(const RuleStack& stack) {
   Json rules = Json::array();
   for (const Rule& r : stack.rules)

@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,7 @@
 #include "OperationIssue.h"
 #include "RenameSubject.h"
 #include "Rule.h"
+#include "Template.h"
 #include "Uuid.h"
 
 U_NAMESPACE_BEGIN
@@ -90,6 +92,9 @@ class CompiledRuleStack {
 std::vector<RuleResult> applyRuleStack(const RuleStack& stack,
                                        const std::vector<RenameSubject>& subjects,
                                        const NamingContext& context);
+// The variables the stack's enabled format rules name: what has to be read from the files.
+std::set<TemplateVariable> variablesUsed(const RuleStack& stack);
+
 // The stack for one file alone (the inspector): counters start afresh.
 RuleResult applyRuleStack(const RuleStack& stack, const RenameSubject& subject,
                           const NamingContext& context);

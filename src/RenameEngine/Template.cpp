@@ -225,6 +225,15 @@ bool Template::usesCounter() const {
   return false;
 }
 
+std::set<TemplateVariable> variablesOf(const Template& parsed) {
+  std::set<TemplateVariable> out;
+  for (const TemplatePart& p : parsed.parts) {
+    if (p.kind != TemplatePart::Kind::variable) continue;
+    if (const std::optional<TemplateVariable> v = templateVariableNamed(p.text)) out.insert(*v);
+  }
+  return out;
+}
+
 std::string_view rawValue(TemplateVariable variable) {
   return kVariableNames[static_cast<std::size_t>(variable)];
 }

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -85,6 +86,8 @@ enum class TemplateVariable {
 std::string_view rawValue(TemplateVariable variable);
 // The variable a typed name stands for, in English or Italian; nullopt when unknown.
 std::optional<TemplateVariable> templateVariableNamed(std::string_view typed);
+// The known variables a template names (not the counter), each once.
+std::set<TemplateVariable> variablesOf(const Template& parsed);
 
 struct VariableValue {
   enum class Kind { value, invalidFormat, missing };

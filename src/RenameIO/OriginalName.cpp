@@ -37,9 +37,9 @@ std::optional<std::string> read(const std::filesystem::path& file) {
 }
 
 void remember(const std::filesystem::path& file, std::string_view name) {
-  if (name.empty() || read(file)) return;
-  // XATTR_CREATE: the kernel refuses if another writer got there first, so the first name wins.
-  // Any refusal is deliberately ignored.
+  if (name.empty()) return;
+  // XATTR_CREATE: the kernel refuses when the file already has the attribute (whatever its value),
+  // which is the whole check, made atomically. Any refusal is deliberately ignored.
   (void)::lsetxattr(file.c_str(), kAttribute, name.data(), name.size(), XATTR_CREATE);
 }
 

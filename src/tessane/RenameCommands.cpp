@@ -169,6 +169,9 @@ std::optional<Plan> plan(const PlanOptions& o, Tool& tool) {
   request.zone = p.naming.zone.get();
   request.bodies = &tool.bodies().bodies();
   request.twins = &twins;
+  const std::set<TemplateVariable> variables = variablesUsed(*stack);
+  request.scope = MetadataScope::forVariables(variables);
+  request.readOriginalNames = variables.count(TemplateVariable::original) > 0;
   std::optional<Shoot> shoot = gatherShoot(request, tool);
   if (!shoot) return std::nullopt;
   p.shoot = std::move(*shoot);
@@ -279,11 +282,20 @@ int runRename(const PlanOptions& o, Tool& tool) {
     tool.error("Fix the errors before renaming.");
     return kExitRefused;
   }
+  // The moves name absolute paths, as the history keeps them; each folder is resolved once.
   std::vector<FileMove> moves;
+  std::filesystem::path givenFolder, absoluteFolder;
   for (std::size_t r : p->preview.changedFiles) {
     const PlannedRename& row = p->preview.items[r];
-    const std::filesystem::path& source = p->shoot.paths[row.subjectIndex];
-    moves.push_back(FileMove{source, source.parent_path() / row.newName.fullName()});
+    const std::filesystem::path& given = p->shoot.paths[row.subjectIndex];
+    if (moves.empty() || given.parent_path() != givenFolder) {
+      givenFolder = given.parent_path();
+      std::error_code ignored;
+      absoluteFolder = givenFolder.empty() ? std::filesystem::current_path(ignored)
+                                           : std::filesystem::absolute(givenFolder, ignored);
+    }
+    moves.push_back(
+        FileMove{absoluteFolder / given.filename(), absoluteFolder / row.newName.fullName()});
   }
   if (moves.empty()) {
     tool.error("There’s nothing to rename.");
@@ -310,11 +322,19 @@ int runRename(const PlanOptions& o, Tool& tool) {
         system, tool.history(), tool.journalFolder());
   }();
   if (!result) return reportBatchFailure(tool, result.error());
-  // Each file keeps the name it had before its first rename, where the setting allows.
+  // Each file keeps the name it had before its first rename, where the setting allows; whether a
+  // volume keeps attributes is asked once per folder.
+  std::filesystem::path askedFolder;
+  bool folderKeeps = false;
   for (const FileMove& m : moves) {
-    const bool remember = keepOriginals == OriginalNames::always ||
-                          (keepOriginals == OriginalNames::macDisksOnly &&
-                           OriginalName::keepsAttributesNatively(m.destination));
+    bool remember = keepOriginals == OriginalNames::always;
+    if (keepOriginals == OriginalNames::macDisksOnly) {
+      if (askedFolder.empty() || m.destination.parent_path() != askedFolder) {
+        askedFolder = m.destination.parent_path();
+        folderKeeps = OriginalName::keepsAttributesNatively(askedFolder);
+      }
+      remember = folderKeeps;
+    }
     if (remember) OriginalName::remember(m.destination, m.source.filename().native());
   }
   std::cout << moves.size() << " files renamed\n";

@@ -136,7 +136,8 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
     }
     std::unique_ptr<icu::TimeZone> systemZone;
     if (request.zone == nullptr) systemZone.reset(icu::TimeZone::createDefault());
-    const MetadataProvider provider(request.zone ? *request.zone : *systemZone);
+    const MetadataProvider provider(request.zone ? *request.zone : *systemZone, nullptr,
+                                    request.scope);
     std::stop_source stop;
     BatchOptions options;
     options.stop = stop.get_token();
@@ -171,7 +172,7 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
       s.bodyTag = request.bodies->tag(s.metadata);
       s.captureDate = request.bodies->correctedCaptureTime(s.metadata);
     }
-    s.originalName = OriginalName::read(shoot.paths[i]);
+    if (request.readOriginalNames) s.originalName = OriginalName::read(shoot.paths[i]);
   }
   return shoot;
 }

@@ -10,6 +10,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "MediaMetadata/MetadataProvider.h"
 #include "RenameEngine/CameraBodies.h"
 #include "RenameEngine/RenamePreview.h"
 #include "Tool.h"
@@ -35,6 +36,8 @@ struct ShootRequest {
   // the primary's values build names, and so sort beside it. Saves reading the JPEG, sidecar and
   // video of every RAW.
   const TwinOptions* twins = nullptr;
+  MetadataScope scope;            // what is read beyond each file's own contents
+  bool readOriginalNames = true;  // the camera names remembered in the files
 };
 
 // The shoot, or nullopt after the problem was reported (a path that doesn't exist, a folder that

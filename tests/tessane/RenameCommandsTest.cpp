@@ -4,7 +4,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <chrono>
 #include <fstream>
+#include <map>
 
 #include "../MediaMetadata/Fixtures.h"
 #include "ToolRunner.h"
@@ -75,6 +77,28 @@ TEST_F(RenameCommands, PreviewShowsEveryRowAsJson) {
   EXPECT_NE(table.out.find("4 files: 4 to rename"), std::string::npos) << table.out;
 }
 
+TEST_F(RenameCommands, SidecarFieldsAndFileDatesAreReadWhenATemplateNamesThem) {
+  shoot_.file("DSC_0002.xmp",
+              "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\"><rdf:RDF "
+              "xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\" "
+              "xmlns:dc=\"http://purl.org/dc/elements/1.1/\"><rdf:Description rdf:about=\"\">"
+              "<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">Harbour</rdf:li></rdf:Alt>"
+              "</dc:title></rdf:Description></rdf:RDF></x:xmpmeta>");
+  const ToolResult r = run({"preview", folder(), "--template", "{title}-{modified:yyyy}", "--json",
+                            "--missing-text", "none"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  std::map<std::string, std::string> newNames;
+  const Json doc = Json::parse(r.out);
+  for (const Json& item : doc["items"])
+    newNames[item["name"].get<std::string>()] = item["newName"].get<std::string>();
+  const std::string year = std::to_string(
+      static_cast<int>(std::chrono::year_month_day(
+                           std::chrono::floor<std::chrono::days>(std::chrono::system_clock::now()))
+                           .year()));
+  EXPECT_EQ(newNames["DSC_0002.JPG"], "Harbour-" + year + ".JPG");
+  EXPECT_EQ(newNames["DSC_0003.JPG"], "none-" + year + ".JPG");
+}
+
 TEST_F(RenameCommands, RenameUndoRevertAndTheHistoryFile) {
   // Refusals first: errors in the preview, no --yes without a terminal.
   ToolResult refused = run({"rename", folder(), "--template", "{date:yyyy-MM-dd}", "--yes"});
@@ -128,6 +152,10 @@ TEST_F(RenameCommands, RenameUndoRevertAndTheHistoryFile) {
 TEST_F(RenameCommands, RestoreOriginalsAfterSeveralRenames) {
   ASSERT_EQ(run({"rename", folder(), "--template", "a_{counter}", "--yes"}).exitCode, 0);
   ASSERT_EQ(run({"rename", folder(), "--template", "b_{counter}", "--yes"}).exitCode, 0);
+  // The camera's names are read back from the files only when a template asks for them.
+  ASSERT_EQ(run({"rename", folder(), "--template", "{original}_c", "--yes"}).exitCode, 0);
+  EXPECT_EQ(namesIn(shoot_.path()), (std::vector<std::string>{"DSC_0001_c.ARW", "DSC_0001_c.JPG",
+                                                              "DSC_0002_c.JPG", "DSC_0003_c.JPG"}));
   const ToolResult restored = run({"restore-originals", folder(), "--yes"});
   ASSERT_EQ(restored.exitCode, 0) << restored.err;
   EXPECT_EQ(restored.out, "4 files back to their original names\n");
