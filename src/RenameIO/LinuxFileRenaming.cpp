@@ -1,13 +1,29 @@
 #include "LinuxFileRenaming.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 
 namespace tessane {
+namespace {
+
+// statfs f_type values of the file systems whose listings give each entry's real inode number.
+constexpr std::array<std::uint32_t, 5> kListedInodesAreReal{
+    0xEF53,      // ext2, ext3, ext4
+    0x58465342,  // xfs
+    0x9123683E,  // btrfs
+    0xF2F52010,  // f2fs
+    0x01021994,  // tmpfs
+};
+
+}  // namespace
 
 std::optional<IOError> LinuxFileRenaming::moveItem(const std::filesystem::path& from,
                                                    const std::filesystem::path& to) {
@@ -51,6 +67,37 @@ std::optional<FileIdentity> LinuxFileRenaming::identity(const std::filesystem::p
   struct stat st {};
   if (::lstat(at.c_str(), &st) != 0) return std::nullopt;
   return FileIdentity{st.st_dev, st.st_ino};
+}
+
+std::optional<std::vector<FolderEntry>> LinuxFileRenaming::list(
+    const std::filesystem::path& folder) {
+  const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (fd < 0) return std::nullopt;
+  struct stat st {};
+  struct statfs fsInfo {};
+  bool realInodes = false;
+  if (::fstat(fd, &st) == 0 && ::fstatfs(fd, &fsInfo) == 0) {
+    for (std::uint32_t type : kListedInodesAreReal)
+      realInodes = realInodes || static_cast<std::uint32_t>(fsInfo.f_type) == type;
+  }
+  DIR* dir = ::fdopendir(fd);
+  if (dir == nullptr) {
+    ::close(fd);
+    return std::nullopt;
+  }
+  std::vector<FolderEntry> entries;
+  errno = 0;
+  while (const dirent* e = ::readdir(dir)) {
+    const std::string_view name(e->d_name);
+    if (name == "." || name == "..") continue;
+    FolderEntry entry{std::string(name), std::nullopt};
+    if (realInodes) entry.identity = FileIdentity{st.st_dev, e->d_ino};
+    entries.push_back(std::move(entry));
+  }
+  const bool complete = errno == 0;
+  ::closedir(dir);
+  if (!complete) return std::nullopt;
+  return entries;
 }
 
 }  // namespace tessane

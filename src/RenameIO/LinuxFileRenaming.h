@@ -7,7 +7,10 @@
 // reserved is never made. If that rename fails, the reservation is removed again, but only while
 // it is still the empty file this call created.
 //
-// fileExists and identity use lstat. Stateless and thread-safe.
+// fileExists and identity use lstat. list reads the folder once; its entries carry the inode
+// numbers of the listing only on file systems where those are the ones lstat gives (ext2/3/4,
+// xfs, btrfs, f2fs, tmpfs; not overlay, FAT or FUSE volumes, whose listings may number files
+// otherwise). Stateless and thread-safe.
 #pragma once
 
 #include "RenameIO/SystemFileRenaming.h"
@@ -20,6 +23,7 @@ class LinuxFileRenaming final : public SystemFileRenaming {
                                   const std::filesystem::path& to) override;
   bool fileExists(const std::filesystem::path& at) override;
   std::optional<FileIdentity> identity(const std::filesystem::path& at) override;
+  std::optional<std::vector<FolderEntry>> list(const std::filesystem::path& folder) override;
 
   // The reserve-then-rename path alone, as used where the flag is refused; public for tests.
   static std::optional<IOError> moveByReservation(const std::filesystem::path& from,

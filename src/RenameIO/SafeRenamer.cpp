@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -66,6 +67,46 @@ std::filesystem::path temporaryLocation(const FileMove& move, std::string_view t
 
 namespace {
 
+// What a folder holds, listed once for the whole batch: each exact name with its identity when
+// the listing knows it, and the keys of all names, since a volume that ignores case or form
+// finds a file under any spelling with the same key.
+class FolderView {
+ public:
+  FolderView(const std::string& folder, SystemFileRenaming& fs) {
+    std::optional<std::vector<FolderEntry>> entries = fs.list(folder);
+    if (!entries) return;
+    listed_ = true;
+    exact_.reserve(entries->size());
+    keys_.reserve(entries->size());
+    for (FolderEntry& e : *entries) {
+      keys_.insert(NameKey::of(e.name).value);
+      exact_.emplace(std::move(e.name), e.identity);
+    }
+  }
+
+  std::optional<FileIdentity> identity(const std::filesystem::path& file,
+                                       SystemFileRenaming& fs) const {
+    if (listed_) {
+      const auto it = exact_.find(file.filename().native());
+      if (it != exact_.end() && it->second) return it->second;
+    }
+    return fs.identity(file);
+  }
+
+  // Only a name that the listing lacks exactly but holds under its key needs the disk's word.
+  bool exists(const std::filesystem::path& file, std::string_view key,
+              SystemFileRenaming& fs) const {
+    if (!listed_) return fs.fileExists(file);
+    if (exact_.contains(file.filename().native())) return true;
+    return keys_.contains(std::string(key)) && fs.fileExists(file);
+  }
+
+ private:
+  bool listed_ = false;
+  std::unordered_map<std::string, std::optional<FileIdentity>> exact_;
+  std::unordered_set<std::string> keys_;
+};
+
 std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, SystemFileRenaming& fs,
                                           std::vector<FileIdentity>& identities) {
   identities.reserve(moves.size());
@@ -75,20 +116,26 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
   for (const FileMove& m : moves)
     sources.insert(keyOf(sourceFolders.of(m.source), m.source));
 
+  std::unordered_map<std::string, FolderView> views;
   std::unordered_set<std::string> destinations;
   destinations.reserve(moves.size());
   for (const FileMove& m : moves) {
-    std::optional<FileIdentity> identity = fs.identity(m.source);
+    const std::string& sourceFolder = sourceFolders.of(m.source);
+    const FolderView& view = views.try_emplace(sourceFolder, sourceFolder, fs).first->second;
+    std::optional<FileIdentity> identity = view.identity(m.source, fs);
     if (!identity) return SafeRenameError::sourceMissing(m.source);
     identities.push_back(*identity);
     const std::string& folder = destinationFolders.of(m.destination);
-    if (sourceFolders.of(m.source) != folder) return SafeRenameError::notSameFolder(m);
-    std::string key = keyOf(folder, m.destination);
+    if (sourceFolder != folder) return SafeRenameError::notSameFolder(m);
+    const std::string nameKey = NameKey::of(m.destination.filename().native()).value;
+    std::string key = folder;
+    key.push_back('\0');
+    key.append(nameKey);
     const bool taken = sources.contains(key);
     if (!destinations.insert(std::move(key)).second) {
       return SafeRenameError::duplicateDestination(m.destination);
     }
-    if (!taken && fs.fileExists(m.destination)) {
+    if (!taken && view.exists(m.destination, nameKey, fs)) {
       return SafeRenameError::destinationExists(m.destination);
     }
   }

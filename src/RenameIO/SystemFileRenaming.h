@@ -7,6 +7,8 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "RenameIO/IOError.h"
 
@@ -18,6 +20,12 @@ struct FileIdentity {
   ino_t inode = 0;
 
   friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+// One entry of a folder as a listing gives it; the identity where the listing can tell it.
+struct FolderEntry {
+  std::string name;
+  std::optional<FileIdentity> identity;
 };
 
 class SystemFileRenaming {
@@ -35,6 +43,12 @@ class SystemFileRenaming {
 
   // The identity of the entry at `at` (not following a final symbolic link), or nothing.
   virtual std::optional<FileIdentity> identity(const std::filesystem::path& at) = 0;
+
+  // Every entry of `folder`, hidden ones included, in one call: what fileExists and identity
+  // answer name by name, for a whole batch at once. An entry's identity is left out where the
+  // listing can't vouch for it being the one `identity` gives. Nothing when the folder can't be
+  // listed; callers then ask name by name.
+  virtual std::optional<std::vector<FolderEntry>> list(const std::filesystem::path& folder) = 0;
 };
 
 }  // namespace tessane

@@ -11,6 +11,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "RenameEngine/NameKey.h"
 #include "RenameIO/SystemFileRenaming.h"
@@ -62,6 +63,20 @@ class FakeFileRenaming : public SystemFileRenaming {
     auto it = files_.find(keyOf(at));
     if (it == files_.end()) return std::nullopt;
     return FileIdentity{1, it->second.inode};
+  }
+
+  // Whether list answers; when it doesn't, the renamer asks file by file.
+  bool listable = true;
+
+  std::optional<std::vector<FolderEntry>> list(const std::filesystem::path& folder) override {
+    if (!listable) return std::nullopt;
+    std::vector<FolderEntry> out;
+    for (const auto& [key, f] : files_) {
+      const std::filesystem::path at(f.name);
+      if (at.parent_path() == folder)
+        out.push_back({at.filename().native(), FileIdentity{1, f.inode}});
+    }
+    return out;
   }
 
   void remove(const std::filesystem::path& at) { files_.erase(keyOf(at)); }

@@ -150,6 +150,25 @@ TEST_P(OnRealDisk, ExclusiveRenameNeverOverwrites) {
   EXPECT_FALSE(system_.fileExists(at("d.jpg")) || system_.fileExists(at("e.jpg")));
 }
 
+TEST_P(OnRealDisk, AListingGivesEveryEntryWithTheIdentityLstatGives) {
+  dir().file("a.jpg", "a");
+  dir().file(".hidden", "h");
+  fs::create_directory(at("sub"));
+  fs::create_symlink("gone.jpg", at("dangling.jpg"));
+  std::optional<std::vector<FolderEntry>> entries = system_.list(dir().path());
+  ASSERT_TRUE(entries);
+  std::map<std::string, std::optional<FileIdentity>> byName;
+  for (const FolderEntry& e : *entries)
+    byName[e.name] = e.identity;
+  ASSERT_EQ(byName.size(), 4u);
+  for (const auto& [name, identity] : byName) {
+    ASSERT_TRUE(identity) << name << ": disk and tmpfs listings know their inodes";
+    EXPECT_EQ(*identity, system_.identity(at(name))) << name;
+  }
+  EXPECT_FALSE(system_.list(at("a.jpg")));
+  EXPECT_FALSE(system_.list(at("missing")));
+}
+
 INSTANTIATE_TEST_SUITE_P(Linux, OnRealDisk, ::testing::Values("disk", "tmpfs"));
 
 }  // namespace

@@ -105,8 +105,12 @@ TEST(SafeRenamer, NothingIsLostWhateverMoveFails) {
   }
 }
 
-TEST(SafeRenamer, ChecksRefuseBeforeAnythingMoves) {
+// The checks answer alike whether the folder is listed once or asked file by file.
+class SafeRenamerChecks : public ::testing::TestWithParam<bool> {};
+
+TEST_P(SafeRenamerChecks, RefuseBeforeAnythingMoves) {
   FakeFileRenaming fs(true);
+  fs.listable = GetParam();
   fs.add(at("a.jpg"), "a");
   fs.add(at("b.jpg"), "b");
   fs.add(at("Caf\u00e9.jpg"), "outside");
@@ -151,6 +155,19 @@ TEST(SafeRenamer, ChecksRefuseBeforeAnythingMoves) {
   ASSERT_TRUE(empty.ok());
   EXPECT_TRUE(empty.value().moves.empty());
 }
+
+TEST_P(SafeRenamerChecks, ACaseSensitiveVolumeHoldsNamesThatDifferOnlyInCase) {
+  FakeFileRenaming fs(false);
+  fs.listable = GetParam();
+  fs.add(at("a.jpg"), "a");
+  fs.add(at("IMG.jpg"), "outside");
+  EXPECT_FALSE(SafeRenamer::check(std::vector<FileMove>{mv(at("a.jpg"), at("img.JPG"))}, fs));
+  EXPECT_TRUE(SafeRenamer::check(std::vector<FileMove>{mv(at("a.jpg"), at("IMG.jpg"))}, fs));
+  ASSERT_TRUE(SafeRenamer::apply(std::vector<FileMove>{mv(at("a.jpg"), at("img.JPG"))}, fs, kDate));
+  EXPECT_EQ(fs.snapshot().size(), 2u);
+}
+
+INSTANTIATE_TEST_SUITE_P(ListedOrAsked, SafeRenamerChecks, ::testing::Bool());
 
 TEST(SafeRenamer, FailureMessageNamesTheFileWhenNothingIsStranded) {
   FakeFileRenaming fs;
