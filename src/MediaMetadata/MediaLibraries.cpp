@@ -1,15 +1,11 @@
 #include "MediaLibraries.h"
 
-#include <poppler/cpp/poppler-global.h>
 #include <taglib/tdebuglistener.h>
 #include <exiv2/exiv2.hpp>
 
+#include <cstdlib>
 #include <mutex>
 #include <string>
-
-extern "C" {
-#include <libavutil/log.h>
-}
 
 namespace tessane::MediaLibraries {
 namespace {
@@ -26,7 +22,6 @@ void lockXmpToolkit(void* data, bool lock) {
 }
 
 void ignoreExiv2(int, const char*) {}
-void ignorePoppler(const std::string&, void*) {}
 
 class SilentTagLib final : public TagLib::DebugListener {
  public:
@@ -42,8 +37,8 @@ void initialize() {
     Exiv2::LogMsg::setHandler(ignoreExiv2);
     Exiv2::enableBMFF(true);
     Exiv2::XmpParser::initialize(lockXmpToolkit, &xmpToolkitMutex);
-    av_log_set_level(AV_LOG_QUIET);
-    poppler::set_debug_error_function(ignorePoppler, nullptr);
+    // The namespaces that files register with the toolkit are freed only by terminate.
+    std::atexit([] { Exiv2::XmpParser::terminate(); });
     static SilentTagLib silent;
     TagLib::setDebugListener(&silent);
   });

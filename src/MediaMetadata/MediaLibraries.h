@@ -1,7 +1,7 @@
 // One-time set-up of the libraries that read file contents, done before any reading thread
 // starts: Exiv2 reads ISO base media files (CR3, HEIC, HIF) and its XMP toolkit is initialised
-// with a lock, and no library writes to the terminal (Exiv2's warnings, FFmpeg's log, poppler's
-// error messages, TagLib's debug output all go nowhere).
+// with a lock, and neither Exiv2's warnings nor TagLib's debug output reach the terminal. (FFmpeg
+// and poppler, in modules of their own, are silenced by those modules when they load.)
 #pragma once
 
 namespace tessane::MediaLibraries {

@@ -1,40 +1,41 @@
 #include "PdfReader.h"
 
-#include <poppler/cpp/poppler-document.h>
-
-#include <memory>
 #include <string>
 
+#include "ContainerFacts.h"
+#include "LoadableModule.h"
 #include "MetadataText.h"
 #include "TimeParsing.h"
 
 namespace tessane::PdfReader {
 namespace {
 
-std::string utf8(const poppler::ustring& s) {
-  const poppler::byte_array bytes = s.to_utf8();
-  return std::string(bytes.begin(), bytes.end());
+LoadableModule& documentModule() {
+  static LoadableModule module("libtessane-pdf.so");
+  return module;
 }
 
 }  // namespace
 
+std::string problem() {
+  return documentModule().problem();
+}
+
 std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,
                                  MetadataMap& out) {
+  const auto readFacts =
+      reinterpret_cast<TessaneReadPdfFacts>(documentModule().symbol("tessaneReadPdfFacts"));
+  if (readFacts == nullptr) return std::nullopt;
+  PdfFacts facts;
+  readFacts(path.c_str(), &facts);
   std::optional<std::int32_t> offset;
-  try {
-    const std::unique_ptr<poppler::document> doc(poppler::document::load_from_file(path.string()));
-    if (!doc) return offset;
-    MetadataText::setText(out, MetadataKey::title, utf8(doc->info_key("Title")));
-    MetadataText::setText(out, MetadataKey::author, utf8(doc->info_key("Author")));
-    if (const auto date = TimeParsing::pdfDate(utf8(doc->info_key("CreationDate")), zone)) {
-      out.set(MetadataKey::date, MetadataValue::date(date->date));
-      offset = date->offsetSeconds;
-    }
-    const int pages = doc->pages();
-    if (pages > 0) out.set(MetadataKey::pages, MetadataValue::integer(pages));
-  } catch (...) {
-    // A damaged document gives what was read before the failure.
+  MetadataText::setText(out, MetadataKey::title, facts.title);
+  MetadataText::setText(out, MetadataKey::author, facts.author);
+  if (const auto date = TimeParsing::pdfDate(facts.creationDate, zone)) {
+    out.set(MetadataKey::date, MetadataValue::date(date->date));
+    offset = date->offsetSeconds;
   }
+  if (facts.pages > 0) out.set(MetadataKey::pages, MetadataValue::integer(facts.pages));
   return offset;
 }
 

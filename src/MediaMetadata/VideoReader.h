@@ -8,12 +8,14 @@
 // code is given as its four characters, and a track without one by FFmpeg's codec name.
 //
 // The header is read without the slow stream probe; the probe runs only when the header leaves
-// the video track's size or codec unknown (MPEG transport streams, for one).
+// the video track's size or codec unknown (MPEG transport streams, for one). FFmpeg lives in the
+// module tessane-video, loaded by the first read; without it, videos give no values.
 #pragma once
 
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include <unicode/uversion.h>
@@ -28,6 +30,9 @@ namespace tessane::VideoReader {
 
 // The codec text for a four-character code, or nothing when the table doesn't list it.
 std::optional<std::string_view> codecName(std::string_view fourcc) noexcept;
+
+// Why videos can't be read, when the module that reads them can't be loaded; else empty.
+std::string problem();
 
 // Fills `out`; returns the shot's UTC offset in seconds when the capture date names one.
 std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,

@@ -3,11 +3,6 @@
 // twins, XMP sidecars with a title and a city, and a short video.
 #include <CLI/CLI.hpp>
 
-#include <QColor>
-#include <QImage>
-#include <QImageWriter>
-#include <QPainter>
-
 #include <cstdint>
 #include <cstdio>
 #include <fstream>
@@ -21,11 +16,8 @@
 #include <exiv2/exiv2.hpp>
 #pragma GCC diagnostic pop
 
-extern "C" {
-#include <libavformat/avformat.h>
-#include <libavutil/dict.h>
-}
-
+#include "DemoMedia.h"
+#include "MediaMetadata/LoadableModule.h"
 #include "RenameEngine/Unicode.h"
 #include "Tool.h"
 
@@ -92,27 +84,6 @@ std::string exifTime(int trueSecond, const Body& body) {
   std::snprintf(text, sizeof text, "%04d:%02d:%02d %02d:%02d:%02d", kWeddingYear, kWeddingMonth,
                 kWeddingDay, kWeddingHour + second / 3600, second / 60 % 60, second % 60);
   return text;
-}
-
-// A small picture of the shot: a sky, a lawn and a few coloured shapes, different per shot.
-QImage picture(const Shot& shot) {
-  QImage image(480, 320, QImage::Format_RGB32);
-  const int seed = shot.number * 37 + shot.hundredths;
-  QPainter painter(&image);
-  QLinearGradient sky(0, 0, 0, 200);
-  sky.setColorAt(0, QColor::fromHsv(200 + seed % 30, 120, 230));
-  sky.setColorAt(1, QColor::fromHsv(40, 60, 250));
-  painter.fillRect(0, 0, 480, 200, sky);
-  painter.fillRect(0, 200, 480, 120, QColor::fromHsv(100, 150, 140 + seed % 40));
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(Qt::NoPen);
-  for (int i = 0; i < 5; ++i) {
-    painter.setBrush(QColor::fromHsv((seed * (i + 3)) % 360, 160, 220));
-    painter.drawEllipse(40 + ((seed + i * 91) % 380), 150 + ((seed * (i + 1)) % 110), 30 + i * 6,
-                        50 + i * 8);
-  }
-  painter.end();
-  return image;
 }
 
 // A minimal baseline TIFF (8 × 8 grey pixels), the frame of a RAW file that Exiv2 then fills.
@@ -226,76 +197,26 @@ std::optional<std::string> writeExif(const fs::path& path, const Shot& shot, int
   return std::nullopt;
 }
 
-// A two-second MP4 with one video track and its creation time; the frames are not real video.
-std::optional<std::string> writeMovie(const fs::path& path, const std::string& creationTime) {
-  AVFormatContext* ctx = nullptr;
-  if (avformat_alloc_output_context2(&ctx, nullptr, "mp4", path.c_str()) < 0 || ctx == nullptr) {
-    return std::string("no MP4 writer in libavformat");
-  }
-  const auto fail = [&ctx, &path](const char* what) {
-    if (ctx->pb != nullptr) avio_closep(&ctx->pb);
-    avformat_free_context(ctx);
-    std::string message = "couldn’t ";
-    message.append(what).append(" ").append(unicode::toDisplayable(path.native()));
-    return std::optional<std::string>(message);
-  };
-  AVStream* stream = avformat_new_stream(ctx, nullptr);
-  if (stream == nullptr) return fail("make a video track for");
-  constexpr int fps = 25;
-  stream->codecpar->codec_type = AVMEDIA_TYPE_VIDEO;
-  stream->codecpar->codec_id = AV_CODEC_ID_MPEG4;
-  stream->codecpar->width = 640;
-  stream->codecpar->height = 360;
-  stream->time_base = AVRational{1, fps};
-  stream->avg_frame_rate = AVRational{fps, 1};
-  av_dict_set(&ctx->metadata, "creation_time", creationTime.c_str(), 0);
-  av_dict_set(&ctx->metadata, "make", kSony.make, 0);
-  av_dict_set(&ctx->metadata, "model", kSony.model, 0);
-  if (avio_open(&ctx->pb, path.c_str(), AVIO_FLAG_WRITE) < 0) return fail("create");
-  AVDictionary* options = nullptr;
-  av_dict_set(&options, "movflags", "use_metadata_tags", 0);  // keeps the make and model
-  const int header = avformat_write_header(ctx, &options);
-  av_dict_free(&options);
-  if (header < 0) return fail("write");
-  const std::vector<std::uint8_t> frame(64, 0x11);
-  for (int i = 0; i < 2 * fps; ++i) {
-    AVPacket* packet = av_packet_alloc();
-    if (packet == nullptr || av_new_packet(packet, static_cast<int>(frame.size())) < 0) {
-      av_packet_free(&packet);
-      return fail("write");
-    }
-    std::copy(frame.begin(), frame.end(), packet->data);
-    packet->stream_index = 0;
-    packet->pts = packet->dts = av_rescale_q(i, AVRational{1, fps}, stream->time_base);
-    packet->duration = av_rescale_q(1, AVRational{1, fps}, stream->time_base);
-    packet->flags |= AV_PKT_FLAG_KEY;
-    const int written = av_interleaved_write_frame(ctx, packet);
-    av_packet_free(&packet);
-    if (written < 0) return fail("write");
-  }
-  if (av_write_trailer(ctx) < 0) return fail("finish");
-  avio_closep(&ctx->pb);
-  avformat_free_context(ctx);
-  return std::nullopt;
-}
-
 struct Made {
   std::string name;
   std::string what;
 };
 
 std::optional<std::string> makeShoot(const fs::path& folder, std::vector<Made>& made) {
+  static LoadableModule module("libtessane-demo.so");
+  const auto picture = reinterpret_cast<TessaneDemoPicture>(module.symbol("tessaneDemoPicture"));
+  const auto movie = reinterpret_cast<TessaneDemoMovie>(module.symbol("tessaneDemoMovie"));
+  if (picture == nullptr || movie == nullptr) {
+    return "the demo's pictures can’t be made here (" + module.problem() + ")";
+  }
   for (const Shot& shot : shots()) {
     const std::string stem = fileStem(shot);
     const fs::path jpeg = folder / (stem + ".JPG");
-    const QImage image = picture(shot);
-    QImageWriter writer(QString::fromStdString(jpeg.string()), "jpeg");
-    writer.setQuality(80);
-    if (!writer.write(image)) {
-      return "couldn’t write " + unicode::toDisplayable(jpeg.native()) + ": " +
-             writer.errorString().toStdString();
+    if (std::string failed = picture(jpeg.c_str(), shot.number * 37 + shot.hundredths);
+        !failed.empty()) {
+      return unicode::toDisplayable(jpeg.native()) + ": " + failed;
     }
-    if (auto failed = writeExif(jpeg, shot, image.width(), image.height())) return failed;
+    if (auto failed = writeExif(jpeg, shot, kDemoPictureWidth, kDemoPictureHeight)) return failed;
     std::string time = exifTime(shot.second, *shot.body);
     time[4] = time[7] = '-';
     std::string what = std::string(shot.body->model) + ", " + time;
@@ -317,7 +238,11 @@ std::optional<std::string> makeShoot(const fs::path& folder, std::vector<Made>& 
   }
   // The video: filmed at 14:20 in Rome, which the file stores in UTC.
   const std::string video = "C0001.MP4";
-  if (auto failed = writeMovie(folder / video, "2025-06-14T12:20:00.000000Z")) return failed;
+  if (std::string failed =
+          movie((folder / video).c_str(), "2025-06-14T12:20:00.000000Z", kSony.make, kSony.model);
+      !failed.empty()) {
+    return unicode::toDisplayable((folder / video).native()) + ": " + failed;
+  }
   made.push_back({video, "video, ILCE-7RM5, 2025-06-14 12:20:00 UTC"});
   return std::nullopt;
 }
