@@ -444,15 +444,31 @@ bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu:
 
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
 // block to it. False when Exiv2's whole parse must decide.
+// Exiv2's EXIF parser over a block; the decoded EXIF, empty when it can't tell the byte order.
+Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
+  Exiv2::ExifData exif;
+  const Exiv2::ByteOrder order =
+      Exiv2::ExifParser::decode(exif, block.data(), static_cast<std::uint32_t>(block.size()));
+  // Exiv2's JPEG reader drops EXIF whose byte order it can't tell.
+  if (order == Exiv2::invalidByteOrder) exif.clear();
+  return exif;
+}
+
 bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
-  if (parts.exifForExiv2) {
+  if (!parts.makerNoteStream.empty()) {
+    // The EXIF fields are read; the maker note's lens, serial number and sizes are Exiv2's.
     try {
-      Exiv2::ExifData exif;
-      const Exiv2::ByteOrder order = Exiv2::ExifParser::decode(
-          exif, parts.exif.data(), static_cast<std::uint32_t>(parts.exif.size()));
-      // Exiv2's JPEG reader drops EXIF whose byte order it can't tell.
-      if (order == Exiv2::invalidByteOrder) exif.clear();
-      ImageFields fields = pick(exif);
+      ImageFields maker = pick(decodeExif(parts.makerNoteStream));
+      parts.fields.makerLens = std::move(maker.makerLens);
+      parts.fields.makerSerial = std::move(maker.makerSerial);
+      parts.fields.makerWidth = maker.makerWidth;
+      parts.fields.makerHeight = maker.makerHeight;
+    } catch (...) {
+      return false;
+    }
+  } else if (parts.exifForExiv2) {
+    try {
+      ImageFields fields = pick(decodeExif(parts.exif));
       fields.byline = std::move(parts.fields.byline);
       fields.city = std::move(parts.fields.city);
       fields.subLocation = std::move(parts.fields.subLocation);

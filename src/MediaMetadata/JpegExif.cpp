@@ -1,5 +1,7 @@
 #include "JpegExif.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <string>
@@ -51,6 +53,7 @@ class Tiff {
     if (at > b_.size() || n > b_.size() - at) throw GiveUp{};
   }
   Bytes bytes() const { return b_; }
+  bool little() const { return little_; }
 
  private:
   Bytes b_;
@@ -272,11 +275,108 @@ void readStream(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields
   if (exifIfd) readExifIfd(t, *exifIfd, f, makerNote);
 }
 
-void readExif(Bytes exif, ImageFields& f) {
+// Reads the EXIF fields; true when the maker note could add to them.
+bool readExif(Bytes exif, ImageFields& f) {
   bool makerNote = false;
   readStream(exif, TiffStart::ifd0, false, f, makerNote);
   f.makerNote = makerNote;
-  if (makerNote && makerNoteCouldAdd(f)) throw GiveUp{};
+  return makerNote && makerNoteCouldAdd(f);
+}
+
+// The EXIF entries that Exiv2's maker-note decoders and lens printers may consult besides the
+// maker note itself.
+constexpr std::uint16_t kLensContext[] = {
+    0x829a,  // ExposureTime
+    0x829d,  // FNumber
+    0x8827,  // ISOSpeedRatings
+    0x9202,  // ApertureValue
+    0x9205,  // MaxApertureValue
+    0x920a,  // FocalLength
+    0x927c,  // MakerNote
+    0xa405,  // FocalLengthIn35mmFilm
+    0xa431,  // BodySerialNumber
+    0xa432,  // LensSpecification
+    0xa433,  // LensMake
+    0xa434,  // LensModel
+};
+
+class StreamWriter {
+ public:
+  StreamWriter(std::vector<std::uint8_t>& out, bool little) : out_(out), little_(little) {}
+  void u16(std::uint16_t v) {
+    const std::uint8_t lo = static_cast<std::uint8_t>(v & 0xFF),
+                       hi = static_cast<std::uint8_t>(v >> 8);
+    out_.push_back(little_ ? lo : hi);
+    out_.push_back(little_ ? hi : lo);
+  }
+  void u32(std::uint32_t v) {
+    u16(static_cast<std::uint16_t>(little_ ? v & 0xFFFF : v >> 16));
+    u16(static_cast<std::uint16_t>(little_ ? v >> 16 : v & 0xFFFF));
+  }
+  void patch32(std::size_t at, std::uint32_t v) {
+    std::vector<std::uint8_t> bytes;
+    StreamWriter(bytes, little_).u32(v);
+    std::copy(bytes.begin(), bytes.end(), out_.begin() + static_cast<std::ptrdiff_t>(at));
+  }
+
+ private:
+  std::vector<std::uint8_t>& out_;
+  bool little_;
+};
+
+// Appends to `out` an IFD of the entries of the IFD at `offset` whose tag `keep` accepts, copied
+// byte for byte (their values stay where they are); returns where it starts.
+template <typename Keep>
+std::uint32_t appendIfd(const Tiff& t, std::uint32_t offset, std::vector<std::uint8_t>& out,
+                        Keep&& keep) {
+  if (out.size() % 2 != 0) out.push_back(0);
+  const auto start = static_cast<std::uint32_t>(out.size());
+  const std::vector<Entry> entries = readIfd(t, offset);
+  StreamWriter w(out, t.little());
+  w.u16(0);
+  std::uint16_t kept = 0;
+  for (std::uint32_t i = 0; i < entries.size(); ++i) {
+    if (!keep(entries[i].tag)) continue;
+    const std::uint64_t at = offset + 2 + 12ull * i;
+    out.insert(out.end(), t.bytes().begin() + static_cast<std::ptrdiff_t>(at),
+               t.bytes().begin() + static_cast<std::ptrdiff_t>(at + 12));
+    ++kept;
+  }
+  w.u32(0);  // no next IFD
+  std::vector<std::uint8_t> count;
+  StreamWriter(count, t.little()).u16(kept);
+  std::copy(count.begin(), count.end(), out.begin() + start);
+  return start;
+}
+
+std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif) {
+  const Tiff t(exif);
+  std::vector<std::uint8_t> out(exif.begin(), exif.end());
+  if (out.size() + 512 > UINT32_MAX) throw GiveUp{};
+  std::optional<std::uint32_t> exifIfd;
+  std::uint32_t ifd0 = 0;
+  const std::uint32_t oldIfd0 = t.u32(4);
+  ifd0 = appendIfd(t, oldIfd0, out, [](std::uint16_t tag) {
+    return tag == 0x010f || tag == 0x0110 || tag == 0x8769;
+  });
+  for (const Entry& e : readIfd(t, oldIfd0)) {
+    if (e.tag == 0x8769) exifIfd = t.u32(e.data);
+  }
+  if (!exifIfd) throw GiveUp{};
+  const std::uint32_t newExif = appendIfd(t, *exifIfd, out, [](std::uint16_t tag) {
+    return std::find(std::begin(kLensContext), std::end(kLensContext), tag) !=
+           std::end(kLensContext);
+  });
+  // Point the new IFD0's EXIF entry at the new EXIF IFD, and the header at the new IFD0.
+  const Tiff rewritten(out);
+  StreamWriter w(out, t.little());
+  const std::uint16_t n = rewritten.u16(ifd0);
+  for (std::uint32_t i = 0; i < n; ++i) {
+    const std::size_t at = ifd0 + 2 + 12u * i;
+    if (rewritten.u16(at) == 0x8769) w.patch32(at + 8, newExif);
+  }
+  w.patch32(4, ifd0);
+  return out;
 }
 
 void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
@@ -386,9 +486,10 @@ std::optional<Parts> read(const Fetch& fetch) {
     if (haveExif) {
       ImageFields withExif = f;
       try {
-        readExif(exif, withExif);
+        if (readExif(exif, withExif)) parts.makerNoteStream = withMakerNoteOnly(exif);
         f = std::move(withExif);
       } catch (const GiveUp&) {
+        parts.makerNoteStream.clear();
         parts.exifForExiv2 = true;
       }
     }

@@ -316,6 +316,7 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
   const std::unique_ptr<icu::TimeZone> rome(icu::TimeZone::createTimeZone("Europe/Rome"));
   int jpegs = 0;
   int quick = 0;
+  int makerNoteParsed = 0;
   int exifParserOnly = 0;
   int bmffs = 0;
   int tiffs = 0;
@@ -337,8 +338,11 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
     };
     if (bmff || tiff) {
       // Counted by whether the quick path answers; compared below like the JPEG files.
-    } else if (const auto parts = JpegExif::read(fetch))
-      ++(parts->exifForExiv2 ? exifParserOnly : quick);
+    } else if (const auto parts = JpegExif::read(fetch)) {
+      ++(parts->exifForExiv2              ? exifParserOnly
+         : parts->makerNoteStream.empty() ? quick
+                                          : makerNoteParsed);
+    }
     for (const FileKind kind : {FileKind::image, FileKind::raw}) {
       MetadataMap viaQuickPath;
       MetadataMap viaExiv2;
@@ -349,10 +353,12 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
     }
   }
   std::cout << "JPEG samples: " << jpegs << ", read by the quick path: " << quick
-            << ", by the quick path and Exiv2's EXIF parser: " << exifParserOnly
+            << ", by the quick path and Exiv2's parser of the maker note alone: " << makerNoteParsed
+            << ", by Exiv2's EXIF parser: " << exifParserOnly
             << "; ISO base media samples: " << bmffs << "; TIFF-based samples: " << tiffs << "\n";
   EXPECT_GT(jpegs, 200);
   EXPECT_GT(quick, 0);
+  EXPECT_GT(makerNoteParsed, 0);
 }
 
 }  // namespace
