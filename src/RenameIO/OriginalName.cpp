@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 
+#include "RenameEngine/Parallel.h"
 #include "RenameEngine/Unicode.h"
 
 namespace tessane::OriginalName {
@@ -41,6 +42,21 @@ void remember(const std::filesystem::path& file, std::string_view name) {
   // XATTR_CREATE: the kernel refuses when the file already has the attribute (whatever its value),
   // which is the whole check, made atomically. Any refusal is deliberately ignored.
   (void)::lsetxattr(file.c_str(), kAttribute, name.data(), name.size(), XATTR_CREATE);
+}
+
+void rememberAll(std::span<const FileMove> moves, bool nativeVolumesOnly) {
+  parallelFor(moves.size(), 1000, [&](std::size_t begin, std::size_t end) {
+    std::filesystem::path askedFolder;
+    bool folderKeeps = !nativeVolumesOnly;
+    for (std::size_t i = begin; i < end; ++i) {
+      const FileMove& m = moves[i];
+      if (nativeVolumesOnly && (i == begin || m.destination.parent_path() != askedFolder)) {
+        askedFolder = m.destination.parent_path();
+        folderKeeps = keepsAttributesNatively(askedFolder);
+      }
+      if (folderKeeps) remember(m.destination, m.source.filename().native());
+    }
+  });
 }
 
 bool keepsAttributesNatively(const std::filesystem::path& file) {

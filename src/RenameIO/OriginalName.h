@@ -12,6 +12,11 @@
 // Symbolic links are never followed: a link's own attribute is read and written (Linux refuses
 // user attributes on links, so a link simply has no original name).
 //
+//   rememberAll: remember for a whole batch that has just been applied: each move's source name in
+//     its destination, on every volume or (with `nativeVolumesOnly`) on the volumes that keep
+//     attributes natively, asked once per folder. Spread over the machine's cores: the kernel
+//     writes attributes of different files side by side.
+//
 //   keepsAttributesNatively: whether the file's volume stores extended attributes itself, judged
 //     by the statfs type: ext2/3/4, btrfs, xfs, f2fs, zfs, bcachefs, tmpfs, hfsplus, apfs. Memory
 //     cards and exchange or network drives (vfat, exfat, ntfs, FUSE, SMB, NFS) are not, nor is a
@@ -20,8 +25,11 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+
+#include "RenameIO/FileMove.h"
 
 namespace tessane::OriginalName {
 
@@ -29,6 +37,7 @@ inline constexpr char kAttribute[] = "user.com.tessane.originalName";
 
 std::optional<std::string> read(const std::filesystem::path& file);
 void remember(const std::filesystem::path& file, std::string_view name);
+void rememberAll(std::span<const FileMove> moves, bool nativeVolumesOnly);
 bool keepsAttributesNatively(const std::filesystem::path& file);
 
 }  // namespace tessane::OriginalName

@@ -322,20 +322,9 @@ int runRename(const PlanOptions& o, Tool& tool) {
         system, tool.history(), tool.journalFolder());
   }();
   if (!result) return reportBatchFailure(tool, result.error());
-  // Each file keeps the name it had before its first rename, where the setting allows; whether a
-  // volume keeps attributes is asked once per folder.
-  std::filesystem::path askedFolder;
-  bool folderKeeps = false;
-  for (const FileMove& m : moves) {
-    bool remember = keepOriginals == OriginalNames::always;
-    if (keepOriginals == OriginalNames::macDisksOnly) {
-      if (askedFolder.empty() || m.destination.parent_path() != askedFolder) {
-        askedFolder = m.destination.parent_path();
-        folderKeeps = OriginalName::keepsAttributesNatively(askedFolder);
-      }
-      remember = folderKeeps;
-    }
-    if (remember) OriginalName::remember(m.destination, m.source.filename().native());
+  // Each file keeps the name it had before its first rename, where the setting allows.
+  if (keepOriginals != OriginalNames::never) {
+    OriginalName::rememberAll(moves, keepOriginals == OriginalNames::macDisksOnly);
   }
   std::cout << moves.size() << " files renamed\n";
   return kExitOk;

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <string>
+#include <vector>
 
 #include "TempFolder.h"
 
@@ -43,6 +44,26 @@ TEST_F(OriginalNameTest, FirstNameWinsThroughRenames) {
   }
   EXPECT_EQ(OriginalName::read(file), "_QM19581.ARW");
   EXPECT_EQ(rawValue(file), "_QM19581.ARW") << "no terminating zero, no length prefix";
+}
+
+TEST_F(OriginalNameTest, ABatchRemembersEveryFilesFirstNameOnAllCores) {
+  // Enough files for the work to be split; every tenth already keeps a name of its own.
+  std::vector<FileMove> moves;
+  for (int i = 0; i < 3000; ++i) {
+    const std::string n = std::to_string(i);
+    const fs::path now = dir_.file("Trip_" + n + ".jpg");
+    if (i % 10 == 0) OriginalName::remember(now, "CAMERA_" + n + ".JPG");
+    moves.push_back(FileMove{dir_.path() / ("DSC_" + n + ".JPG"), now});
+  }
+  for (bool nativeOnly : {true, false}) {
+    OriginalName::rememberAll(moves, nativeOnly);
+    for (int i = 0; i < 3000; ++i) {
+      const std::string n = std::to_string(i);
+      ASSERT_EQ(OriginalName::read(moves[static_cast<std::size_t>(i)].destination),
+                (i % 10 == 0 ? "CAMERA_" : "DSC_") + n + ".JPG")
+          << i;
+    }
+  }
 }
 
 TEST_F(OriginalNameTest, NonAsciiNamesComeBackByteForByte) {
