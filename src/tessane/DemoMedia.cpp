@@ -7,13 +7,13 @@
 #include <QImageWriter>
 #include <QPainter>
 
-#include <algorithm>
 #include <cstdint>
-#include <vector>
 
 extern "C" {
+#include <libavcodec/avcodec.h>
 #include <libavformat/avformat.h>
 #include <libavutil/dict.h>
+#include <libavutil/frame.h>
 }
 
 namespace {
@@ -44,7 +44,75 @@ std::string picture(const char* path, int seed) {
   return "couldn’t write the picture: " + writer.errorString().toStdString();
 }
 
+// Frames of a slow colour sweep, encoded as MPEG-4 part 2 (FFmpeg's own encoder, always built
+// in), so that the clip is a real video whose size and codec any reader can tell.
+class Encoder {
+ public:
+  ~Encoder() {
+    av_frame_free(&frame_);
+    av_packet_free(&packet_);
+    avcodec_free_context(&codec_);
+  }
+  bool open(int width, int height, int fps) {
+    const AVCodec* mpeg4 = avcodec_find_encoder(AV_CODEC_ID_MPEG4);
+    if (mpeg4 == nullptr || (codec_ = avcodec_alloc_context3(mpeg4)) == nullptr) return false;
+    codec_->width = width;
+    codec_->height = height;
+    codec_->time_base = AVRational{1, fps};
+    codec_->framerate = AVRational{fps, 1};
+    codec_->pix_fmt = AV_PIX_FMT_YUV420P;
+    codec_->gop_size = fps;
+    codec_->flags |= AV_CODEC_FLAG_GLOBAL_HEADER;  // the MP4 keeps the decoder set-up in its header
+    frame_ = av_frame_alloc();
+    packet_ = av_packet_alloc();
+    if (frame_ == nullptr || packet_ == nullptr || avcodec_open2(codec_, mpeg4, nullptr) < 0) {
+      return false;
+    }
+    frame_->format = codec_->pix_fmt;
+    frame_->width = width;
+    frame_->height = height;
+    return av_frame_get_buffer(frame_, 0) >= 0;
+  }
+  AVCodecContext* context() const { return codec_; }
+  // Encodes frame `index` (or, with a negative index, flushes) and writes what comes out.
+  bool encode(int index, AVFormatContext* out, AVStream* stream) {
+    if (index >= 0) {
+      if (av_frame_make_writable(frame_) < 0) return false;
+      for (int y = 0; y < codec_->height; ++y) {
+        for (int x = 0; x < codec_->width; ++x)
+          frame_->data[0][y * frame_->linesize[0] + x] =
+              static_cast<std::uint8_t>(x + y + index * 3);
+      }
+      for (int y = 0; y < codec_->height / 2; ++y) {
+        for (int x = 0; x < codec_->width / 2; ++x) {
+          frame_->data[1][y * frame_->linesize[1] + x] = static_cast<std::uint8_t>(128 + y + index);
+          frame_->data[2][y * frame_->linesize[2] + x] =
+              static_cast<std::uint8_t>(64 + x + index * 5);
+        }
+      }
+      frame_->pts = index;
+    }
+    if (avcodec_send_frame(codec_, index >= 0 ? frame_ : nullptr) < 0) return false;
+    while (true) {
+      const int got = avcodec_receive_packet(codec_, packet_);
+      if (got == AVERROR(EAGAIN) || got == AVERROR_EOF) return true;
+      if (got < 0) return false;
+      av_packet_rescale_ts(packet_, codec_->time_base, stream->time_base);
+      packet_->stream_index = stream->index;
+      if (av_interleaved_write_frame(out, packet_) < 0) return false;
+    }
+  }
+
+ private:
+  AVCodecContext* codec_ = nullptr;
+  AVFrame* frame_ = nullptr;
+  AVPacket* packet_ = nullptr;
+};
+
 std::string movie(const char* path, const char* creationTime, const char* make, const char* model) {
+  constexpr int kWidth = 640, kHeight = 360, kFps = 25;
+  Encoder encoder;
+  if (!encoder.open(kWidth, kHeight, kFps)) return "no MPEG-4 encoder in libavcodec";
   AVFormatContext* ctx = nullptr;
   if (avformat_alloc_output_context2(&ctx, nullptr, "mp4", path) < 0 || ctx == nullptr) {
     return "no MP4 writer in libavformat";
@@ -56,13 +124,11 @@ std::string movie(const char* path, const char* creationTime, const char* make, 
   };
   AVStream* stream = avformat_new_stream(ctx, nullptr);
   if (stream == nullptr) return fail("make a track for");
-  constexpr int fps = 25;
-  stream->codecpar->codec_type = AVMEDIA_TYPE_VIDEO;
-  stream->codecpar->codec_id = AV_CODEC_ID_MPEG4;
-  stream->codecpar->width = 640;
-  stream->codecpar->height = 360;
-  stream->time_base = AVRational{1, fps};
-  stream->avg_frame_rate = AVRational{fps, 1};
+  if (avcodec_parameters_from_context(stream->codecpar, encoder.context()) < 0) {
+    return fail("set up");
+  }
+  stream->time_base = AVRational{1, kFps};
+  stream->avg_frame_rate = AVRational{kFps, 1};
   av_dict_set(&ctx->metadata, "creation_time", creationTime, 0);
   av_dict_set(&ctx->metadata, "make", make, 0);
   av_dict_set(&ctx->metadata, "model", model, 0);
@@ -72,23 +138,10 @@ std::string movie(const char* path, const char* creationTime, const char* make, 
   const int header = avformat_write_header(ctx, &options);
   av_dict_free(&options);
   if (header < 0) return fail("write");
-  const std::vector<std::uint8_t> frame(64, 0x11);
-  for (int i = 0; i < 2 * fps; ++i) {
-    AVPacket* packet = av_packet_alloc();
-    if (packet == nullptr || av_new_packet(packet, static_cast<int>(frame.size())) < 0) {
-      av_packet_free(&packet);
-      return fail("write");
-    }
-    std::copy(frame.begin(), frame.end(), packet->data);
-    packet->stream_index = 0;
-    packet->pts = packet->dts = av_rescale_q(i, AVRational{1, fps}, stream->time_base);
-    packet->duration = av_rescale_q(1, AVRational{1, fps}, stream->time_base);
-    packet->flags |= AV_PKT_FLAG_KEY;
-    const int written = av_interleaved_write_frame(ctx, packet);
-    av_packet_free(&packet);
-    if (written < 0) return fail("write");
+  for (int i = 0; i < 2 * kFps; ++i) {
+    if (!encoder.encode(i, ctx, stream)) return fail("encode");
   }
-  if (av_write_trailer(ctx) < 0) return fail("finish");
+  if (!encoder.encode(-1, ctx, stream) || av_write_trailer(ctx) < 0) return fail("finish");
   avio_closep(&ctx->pb);
   avformat_free_context(ctx);
   return {};

@@ -8,8 +8,8 @@
 extern "C" {
 // A 480 × 320 JPEG at `path`: a sky, a lawn and a few coloured shapes that `seed` varies.
 using TessaneDemoPicture = std::string (*)(const char* path, int seed) noexcept;
-// A two-second MP4 at `path` with one 640 × 360 video track, its creation time (ISO 8601, UTC),
-// make and model; the frames are not real video.
+// A two-second MP4 at `path` with one 640 × 360 MPEG-4 video track at 25 frames a second, its
+// creation time (ISO 8601, UTC), make and model.
 using TessaneDemoMovie = std::string (*)(const char* path, const char* creationTime,
                                          const char* make, const char* model) noexcept;
 }
