@@ -442,8 +442,6 @@ bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu:
   return true;
 }
 
-// Maps what the quick JPEG path found, first running Exiv2's EXIF parser when it left the EXIF
-// block to it. False when Exiv2's whole parse must decide.
 // Exiv2's EXIF parser over a block; the decoded EXIF, empty when it can't tell the byte order.
 Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
   Exiv2::ExifData exif;
@@ -454,6 +452,8 @@ Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
   return exif;
 }
 
+// Maps what the quick JPEG path found, first running Exiv2's EXIF parser on the maker note or on
+// the whole EXIF block when it left them to it. False when Exiv2's whole parse must decide.
 bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
   if (!parts.makerNoteStream.empty()) {
     // The EXIF fields are read; the maker note's lens, serial number and sizes are Exiv2's.
