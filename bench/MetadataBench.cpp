@@ -186,7 +186,7 @@ const std::vector<BatchFile>& quickPathFiles() {
         if (offset > bytes.size()) return std::span<const std::uint8_t>();
         return bytes.subspan(offset, std::min<std::size_t>(size, bytes.size() - offset));
       });
-      if (parts && !parts->exifForExiv2) out.push_back(f);
+      if (parts && !parts->exifForExiv2 && parts->makerNoteStream.empty()) out.push_back(f);
     }
     std::cerr << out.size() << " of the files are read by the quick path alone\n";
     return out;
