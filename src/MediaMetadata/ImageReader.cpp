@@ -11,6 +11,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #pragma GCC diagnostic push
@@ -22,6 +23,7 @@
 #include "ImageFields.h"
 #include "IptcFields.h"
 #include "JpegExif.h"
+#include "LensEntry.h"
 #include "MetadataText.h"
 
 namespace tessane::ImageReader {
@@ -224,7 +226,7 @@ ImageFields pick(const Exiv2::ExifData& exif) {
   }();
   if (!exifLens) {
     try {
-      const auto guess = Exiv2::lensName(exif);
+      const auto guess = LensEntry::find(exif);
       if (guess != exif.end()) f.makerLens = guess->print(&exif);
     } catch (...) {
     }
