@@ -226,7 +226,7 @@ int meta(Tool& tool, const MetaOptions& options) {
       done += file.has_value() ? 1u : 0u;
     tool.error("stopped; " + std::to_string(done) + " of " + std::to_string(batch.size()) +
                " files were read, nothing printed.");
-    return 130;
+    return kExitRefused;
   }
 
   const LocalDates dates(*naming->zone);
