@@ -5,10 +5,12 @@
 #   bash bench/compare-rename.sh [SHOTS]     (default 4000 shots: 10,000 files)
 #   TESSANE=/path/to/tessane bash bench/compare-rename.sh   (time another build's rename)
 #   KEEP_SHOOT=1 ...                     (leave the shoot and the copies in /tmp afterwards)
+#   RUNS=5 ...                           (runs of each tool but ExifTool; default 3, median kept)
 #
 # The shoot: camera JPEGs with real EXIF (written by Exiv2 through `tessane demo`), a RAW twin
 # for every shot, an XMP sidecar for every second shot, and bursts of shots within one second.
-# Each tool runs on a fresh copy of it, with warm caches, timed from its start to its exit:
+# Each tool runs on a fresh copy of it, with warm caches, timed from its start to its exit (the
+# median of RUNS runs; ExifTool, fifty times slower than the rest, runs once):
 #   tessane   rename --template "{date:yyyy-MM-dd_HH-mm-ss}" --duplicates addSuffix --yes
 #             (twins and sidecars follow their photo; history and journal written)
 #   exiftool  '-FileName<DateTimeOriginal' with a numbered suffix on clashes
@@ -19,6 +21,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 shots="${1:-4000}"
+runs="${RUNS:-3}"
 
 # The comparison tools are installed here, never in setup.sh: the project does not need them.
 missing=()
@@ -103,45 +106,57 @@ end = time.perf_counter()
 print("%.4f %.4f" % (read_done - start, end - start))
 PY
 
+# A fresh copy of the shoot, and an empty home for tessane (no history from an earlier run).
 fresh() {
-  rm -rf "$work/shoot"
+  rm -rf "$work/shoot" "$work/config" "$work/data"
   cp -a "$work/master" "$work/shoot"
   sync
 }
 
-# Seconds of one command on a fresh copy, or "-" when it fails or is not installed. The count
-# of files renamed goes to $work/renamed-NAME.
+median() { python3 -c "import sys, statistics; print('%.3f' % statistics.median(map(float, sys.argv[1:])))" "$@"; }
+
+# The median seconds of RUNS runs of one command, each on a fresh copy, or "-" when it fails or
+# is not installed. The count of files renamed goes to $work/renamed-NAME.
 timed() {
-  local name=$1
-  shift
-  fresh
-  local start end
-  start=$(date +%s.%N)
-  if "$@" >"$work/out.txt" 2>&1; then
+  local name=$1 runs=$2
+  shift 2
+  local times=() start end
+  for ((run = 0; run < runs; ++run)); do
+    fresh
+    start=$(date +%s.%N)
+    if ! "$@" >"$work/out.txt" 2>&1; then
+      echo "-"
+      echo "  ($name failed: $(tail -n 2 "$work/out.txt" | tr '\n' ' '))" >&2
+      return
+    fi
     end=$(date +%s.%N)
-    python3 -c "print('%.3f' % ($end - $start))"
-    # How many files it actually gave a capture-date name.
-    echo "$(find "$work/shoot" -name '2025-*' | wc -l)" >"$work/renamed-$name"
-  else
-    echo "-"
-    echo "  ($name failed: $(tail -n 2 "$work/out.txt" | tr '\n' ' '))" >&2
-  fi
+    times+=("$(python3 -c "print($end - $start)")")
+  done
+  median "${times[@]}"
+  # How many files it actually gave a capture-date name.
+  echo "$(find "$work/shoot" -name '2025-*' | wc -l)" >"$work/renamed-$name"
 }
 
 have() { command -v "$1" >/dev/null; }
 
 echo "Shoot: $files files ($shots JPEG, $shots RAW twins, $((shots / 2)) sidecars), in $work" >&2
 declare -A seconds
-seconds[tessane]=$(timed tessane "$tessane" rename "$work/shoot" --template "{date:yyyy-MM-dd_HH-mm-ss}" \
+seconds[tessane]=$(timed tessane "$runs" "$tessane" rename "$work/shoot" --template "{date:yyyy-MM-dd_HH-mm-ss}" \
   --duplicates addSuffix --yes)
-seconds[exiftool]=$(have exiftool && timed exiftool exiftool -q -q '-FileName<DateTimeOriginal' \
+seconds[exiftool]=$(have exiftool && timed exiftool 1 exiftool -q -q '-FileName<DateTimeOriginal' \
   -d '%Y-%m-%d_%H-%M-%S%%-c.%%e' -ext JPG -ext ARW "$work/shoot" || echo "-")
-seconds[exiv2]=$(have exiv2 && timed exiv2 bash -c 'exiv2 -F -r "%Y-%m-%d_%H-%M-%S" rename "$0"/*.JPG "$0"/*.ARW' \
+seconds[exiv2]=$(have exiv2 && timed exiv2 "$runs" bash -c 'exiv2 -F -r "%Y-%m-%d_%H-%M-%S" rename "$0"/*.JPG "$0"/*.ARW' \
   "$work/shoot" || echo "-")
-seconds[jhead]=$(have jhead && timed jhead bash -c 'jhead -q -n%Y-%m-%d_%H-%M-%S "$0"/*.JPG' \
+seconds[jhead]=$(have jhead && timed jhead "$runs" bash -c 'jhead -q -n%Y-%m-%d_%H-%M-%S "$0"/*.JPG' \
   "$work/shoot" || echo "-")
-fresh
-read -r floor_read floor_total < <(python3 "$work/floor.py" "$work/shoot")
+floor_reads=() floor_totals=()
+for ((run = 0; run < runs; ++run)); do
+  fresh
+  read -r floor_read floor_total < <(python3 "$work/floor.py" "$work/shoot")
+  floor_reads+=("$floor_read") floor_totals+=("$floor_total")
+done
+floor_read=$(median "${floor_reads[@]}")
+floor_total=$(median "${floor_totals[@]}")
 seconds[floor]=$floor_total
 echo "$files" >"$work/renamed-floor"
 
