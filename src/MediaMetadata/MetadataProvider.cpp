@@ -39,6 +39,17 @@ MetadataProvider::MetadataProvider(const icu::TimeZone& timeZone,
   MediaLibraries::initialize();
 }
 
+std::vector<std::string> MetadataProvider::unavailableReaders() {
+  std::vector<std::string> out;
+  if (std::string why = VideoReader::problem(); !why.empty()) {
+    out.push_back("Videos can’t be read: " + why);
+  }
+  if (std::string why = PdfReader::problem(); !why.empty()) {
+    out.push_back("PDF documents can’t be read: " + why);
+  }
+  return out;
+}
+
 FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind kind) const {
   FileMetadata result;
   switch (kind) {

@@ -19,6 +19,8 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <string>
+#include <vector>
 
 #include <unicode/uversion.h>
 
@@ -67,6 +69,10 @@ class MetadataProvider {
   MetadataMap metadata(const std::filesystem::path& file, FileKind kind) const {
     return read(file, kind).values;
   }
+
+  // What could not be read at all so far because a reader's module failed to load, one text per
+  // reader ("Videos can't be read: …"), for the caller to show once; empty when nothing failed.
+  static std::vector<std::string> unavailableReaders();
 
  private:
   std::shared_ptr<const icu::TimeZone> timeZone_;

@@ -229,6 +229,8 @@ int meta(Tool& tool, const MetaOptions& options) {
     return kExitRefused;
   }
 
+  for (const std::string& problem : MetadataProvider::unavailableReaders())
+    tool.error(problem);
   const LocalDates dates(*naming->zone);
   OrderedJson all = OrderedJson::array();
   bool first = true;

@@ -156,6 +156,8 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
       tool.error("Stopped: nothing was renamed.");
       return std::nullopt;
     }
+    for (const std::string& problem : MetadataProvider::unavailableReaders())
+      tool.error(problem);
     for (std::size_t i = 0; i < count; ++i) {
       const std::optional<FileMetadata>& values = read.files[readAt[source[i]]];
       if (values) shoot.subjects[i].metadata = values->values;
