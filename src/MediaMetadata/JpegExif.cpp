@@ -358,7 +358,7 @@ std::uint32_t appendIfd(const Tiff& t, std::uint32_t offset, std::vector<std::ui
 struct MakerNoteLayout {
   std::string_view make;       // how the camera's make starts
   std::string_view signature;  // how the maker note starts
-  enum class Ifd { atStart, afterSignature, ownTiffHeaderAt10 } ifd;
+  enum class Ifd { atStart, afterSignature, ownTiffHeaderAt10, littleEndianOffsetAt8 } ifd;
   std::array<std::uint16_t, 8> keep;  // zeros are unused slots
 };
 constexpr MakerNoteLayout kThinned[] = {
@@ -381,16 +381,28 @@ constexpr MakerNoteLayout kThinned[] = {
      std::string_view("SONY DSC \0\0\0", 12),
      MakerNoteLayout::Ifd::afterSignature,
      {0xb027, 0xb02a}},
+    // Equipment (lens type and model, serial number), SerialNumber; three generations.
+    {"OLYMPUS",
+     std::string_view("OLYMPUS\0II\x03\0", 12),
+     MakerNoteLayout::Ifd::afterSignature,
+     {0x2010, 0x0404}},
+    {"OLYMPUS",
+     std::string_view("OLYMP\0\x01\0", 8),
+     MakerNoteLayout::Ifd::afterSignature,
+     {0x2010, 0x0404}},
+    {"OLYMPUS",
+     std::string_view("OLYMP\0\x02\0", 8),
+     MakerNoteLayout::Ifd::afterSignature,
+     {0x2010, 0x0404}},
+    // SerialNumber (Exiv2 names no lens from a Fujifilm maker note).
+    {"FUJIFILM", "FUJIFILM", MakerNoteLayout::Ifd::littleEndianOffsetAt8, {0x0010}},
 };
 
 // Thins the maker note of `stream` (see kThinned) when its layout is one of those and everything
 // lies where it should; otherwise leaves it whole.
 void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
-  const MakerNoteLayout* layout = nullptr;
-  for (const MakerNoteLayout& l : kThinned) {
-    if (make.starts_with(l.make)) layout = &l;
-  }
-  if (layout == nullptr) return;
+  const auto known = [&](const MakerNoteLayout& l) { return make.starts_with(l.make); };
+  if (std::none_of(std::begin(kThinned), std::end(kThinned), known)) return;
   try {
     const Tiff t(stream);
     std::optional<std::uint32_t> exifIfd, note;
@@ -408,10 +420,14 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
     if (!note) return;
     t.need(*note, noteSize);
     const Bytes body = t.bytes().subspan(*note, noteSize);
-    if (body.size() < layout->signature.size() ||
-        !std::equal(layout->signature.begin(), layout->signature.end(), body.begin())) {
-      return;
+    const MakerNoteLayout* layout = nullptr;
+    for (const MakerNoteLayout& l : kThinned) {
+      if (layout == nullptr && known(l) && body.size() >= l.signature.size() &&
+          std::equal(l.signature.begin(), l.signature.end(), body.begin())) {
+        layout = &l;
+      }
     }
+    if (layout == nullptr) return;
     // The maker note's IFD, read in the byte order its own header gives, if it has one.
     bool little = t.little();
     std::uint64_t ifd = *note;
@@ -428,6 +444,12 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
         ifd += 10 + own.u32(4);
         break;
       }
+      case MakerNoteLayout::Ifd::littleEndianOffsetAt8:
+        if (body.size() < 12) return;
+        little = true;
+        ifd += std::uint32_t{body[8]} | std::uint32_t{body[9]} << 8 |
+               std::uint32_t{body[10]} << 16 | std::uint32_t{body[11]} << 24;
+        break;
     }
     const auto u16 = [&](std::uint64_t at) {
       t.need(at, 2);
