@@ -31,8 +31,9 @@ namespace {
 
 using Exiv2::Exifdatum;
 
-// What the quick path reads at once: the EXIF segment of a camera JPEG fits in it.
-constexpr std::size_t kHeadBytes = 64 * 1024;
+// What the quick path reads at once: the markers and EXIF of most camera JPEGs; what lies past
+// it (a long EXIF segment with a large thumbnail) takes one more read.
+constexpr std::size_t kHeadBytes = 16 * 1024;
 // What the quick path reads of a TIFF-based RAW file.
 constexpr std::size_t kRawHeadBytes = 256 * 1024;
 
