@@ -430,21 +430,6 @@ bool ifd0Has(std::span<const std::uint8_t> b, std::uint16_t tag) {
 // quick way, when the photo's size is in EXIF and the maker note could add nothing. DNG files
 // (whose size is the default crop of the raw image's IFD) and TIFF images (whose size is the
 // primary image's, as Exiv2 picks it) are left to Exiv2. False when Exiv2 must decide.
-bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
-                  MetadataMap& out) {
-  constexpr std::uint16_t kDngVersion = 0xc612;
-  if (kind != FileKind::raw || !looksLikeTiff(bytes) || ifd0Has(bytes, kDngVersion)) return false;
-  ImageFields f;
-  bool makerNote = false;
-  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) return false;
-  if (makerNote && JpegExif::makerNoteCouldAdd(f)) return false;
-  if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
-    return false;
-  }
-  ImageFieldsMapping::toMetadata(f, kind, zone, out);
-  return true;
-}
-
 // Exiv2's EXIF parser over a block; the decoded EXIF, empty when it can't tell the byte order.
 Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
   Exiv2::ExifData exif;
@@ -453,6 +438,35 @@ Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
   // Exiv2's JPEG reader drops EXIF whose byte order it can't tell.
   if (order == Exiv2::invalidByteOrder) exif.clear();
   return exif;
+}
+
+bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+                  MetadataMap& out) {
+  constexpr std::uint16_t kDngVersion = 0xc612;
+  if (kind != FileKind::raw || !looksLikeTiff(bytes) || ifd0Has(bytes, kDngVersion)) return false;
+  ImageFields f;
+  bool makerNote = false;
+  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) return false;
+  if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
+    return false;
+  }
+  if (makerNote && JpegExif::makerNoteCouldAdd(f)) {
+    // The maker note alone goes to Exiv2, as for a JPEG's.
+    const std::vector<std::uint8_t> stream =
+        JpegExif::makerNoteStream(bytes, f.make ? f.make->text : std::string());
+    if (stream.empty()) return false;
+    try {
+      ImageFields maker = pick(decodeExif(stream));
+      f.makerLens = std::move(maker.makerLens);
+      f.makerSerial = std::move(maker.makerSerial);
+      f.makerWidth = maker.makerWidth;
+      f.makerHeight = maker.makerHeight;
+    } catch (...) {
+      return false;
+    }
+  }
+  ImageFieldsMapping::toMetadata(f, kind, zone, out);
+  return true;
 }
 
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser on the maker note or on

@@ -537,6 +537,23 @@ bool isSof(std::uint8_t m) {
 
 }  // namespace
 
+std::vector<std::uint8_t> makerNoteStream(std::span<const std::uint8_t> tiff,
+                                          std::string_view make) {
+  try {
+    // The maker note itself must lie within the stream, or Exiv2 would decode less of it.
+    const Tiff t(tiff);
+    for (const Entry& e : readIfd(t, t.u32(4))) {
+      if (e.tag != 0x8769) continue;
+      for (const Entry& x : readIfd(t, t.u32(e.data))) {
+        if (x.tag == 0x927c) valueBytes(t, x);
+      }
+    }
+    return withMakerNoteOnly(tiff, make);
+  } catch (...) {
+    return {};
+  }
+}
+
 bool makerNoteCouldAdd(const ImageFields& f) {
   const bool lensKnown = f.lensModel && [&] {
     const auto text = MetadataText::clean(f.lensModel->text);

@@ -20,6 +20,7 @@
 #include <functional>
 #include <optional>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "ImageFields.h"
@@ -54,6 +55,12 @@ bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIp
 // Whether a maker note could add to these fields: the EXIF lens model doesn't name a lens, or
 // the serial number is missing and the camera's maker keeps one in its maker note.
 bool makerNoteCouldAdd(const ImageFields& fields);
+
+// The TIFF stream `tiff` (IFD0 first) made ready for Exiv2's EXIF parser to decode its maker note
+// alone, as `Parts::makerNoteStream` (`make`: the camera's make, as IFD0 gives it). Empty when the
+// stream's IFDs or its maker note don't lie within it.
+std::vector<std::uint8_t> makerNoteStream(std::span<const std::uint8_t> tiff,
+                                          std::string_view make);
 
 // A value read as a float, as Exiv2 gives numbers, as a positive whole number: nothing when it is
 // below 1, above four billion or not finite.
