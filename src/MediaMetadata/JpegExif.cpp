@@ -287,15 +287,12 @@ bool readExif(Bytes exif, ImageFields& f) {
 // The EXIF entries that Exiv2's maker-note decoders and lens printers may consult besides the
 // maker note itself.
 constexpr std::uint16_t kLensContext[] = {
-    0x829a,  // ExposureTime
     0x829d,  // FNumber
-    0x8827,  // ISOSpeedRatings
     0x9202,  // ApertureValue
     0x9205,  // MaxApertureValue
     0x920a,  // FocalLength
     0x927c,  // MakerNote
     0xa405,  // FocalLengthIn35mmFilm
-    0xa431,  // BodySerialNumber
     0xa432,  // LensSpecification
     0xa433,  // LensMake
     0xa434,  // LensModel
