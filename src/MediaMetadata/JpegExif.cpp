@@ -142,13 +142,27 @@ ExifEntry asRatio(const Tiff& t, const Entry& e) {
   return out;
 }
 
+// SHORT, LONG and their signed forms, each element as Exiv2 gives it as a float.
 ExifEntry asIntegers(const Tiff& t, const Entry& e) {
-  if (e.type != 3 && e.type != 4) throw GiveUp{};
+  if (e.type != 3 && e.type != 4 && e.type != 8 && e.type != 9) throw GiveUp{};
   valueBytes(t, e);
   const auto element = [&](std::uint32_t i) -> std::optional<std::int64_t> {
     if (i >= e.count) return std::nullopt;
-    const float v = e.type == 3 ? static_cast<float>(t.u16(e.data + 2ull * i))
-                                : static_cast<float>(t.u32(e.data + 4ull * i));
+    float v = 0;
+    switch (e.type) {
+      case 3:
+        v = static_cast<float>(t.u16(e.data + 2ull * i));
+        break;
+      case 4:
+        v = static_cast<float>(t.u32(e.data + 4ull * i));
+        break;
+      case 8:
+        v = static_cast<float>(static_cast<std::int16_t>(t.u16(e.data + 2ull * i)));
+        break;
+      default:
+        v = static_cast<float>(static_cast<std::int32_t>(t.u32(e.data + 4ull * i)));
+        break;
+    }
     return positiveInteger(v);
   };
   ExifEntry out;
