@@ -1,0 +1,121 @@
+// The quick JPEG path against Exiv2's whole parse on files made here: cameras whose maker note
+// holds the lens and the serial number (the maker note alone goes to Exiv2, thinned), and EXIF
+// integers of the signed types.
+#include <gtest/gtest.h>
+#include <unicode/timezone.h>
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+#include <exiv2/exiv2.hpp>
+#pragma GCC diagnostic pop
+
+#include <memory>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "FileContents.h"
+#include "Fixtures.h"
+#include "MediaMetadata/ImageReader.h"
+#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/MediaLibraries.h"
+#include "TempFolder.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A JPEG with the values given, each of the type given (Exiv2's type names: "Short", "SLong"…).
+std::string jpegWith(const testing::TempFolder& dir,
+                     const std::vector<std::tuple<std::string, std::string, std::string>>& values) {
+  const fs::path file = dir.file("shot.jpg", testing::tinyJpeg(64, 48));
+  auto image = Exiv2::ImageFactory::open(file.string());
+  image->readMetadata();
+  Exiv2::ExifData exif;
+  for (const auto& [key, type, text] : values) {
+    auto value = Exiv2::Value::create(Exiv2::TypeInfo::typeId(type));
+    value->read(text);
+    exif.add(Exiv2::ExifKey(key), value.get());
+  }
+  image->setExifData(exif);
+  image->writeMetadata();
+  return testing::contentsOf(file);
+}
+
+struct Reading {
+  MetadataMap quick, exiv2;
+  bool makerNoteAlone = false;
+};
+
+Reading readBothWays(const std::string& bytes) {
+  MediaLibraries::initialize();
+  const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
+  const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  Reading r;
+  ImageReader::readBytes(span, FileKind::image, *utc, r.quick, true);
+  ImageReader::readBytes(span, FileKind::image, *utc, r.exiv2, false);
+  const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+    if (offset > span.size()) return std::span<const std::uint8_t>();
+    return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
+  });
+  r.makerNoteAlone = parts && !parts->makerNoteStream.empty();
+  return r;
+}
+
+std::string textOf(const MetadataMap& m, MetadataKey key) {
+  const MetadataValue* v = m.find(key);
+  return v != nullptr && v->asText() ? *v->asText() : "(none)";
+}
+
+TEST(QuickPath, MakerNoteLensAndSerialAsExiv2GivesThem) {
+  testing::TempFolder dir;
+  const std::vector<std::tuple<std::string, std::string, std::string>> common = {
+      {"Exif.Photo.DateTimeOriginal", "Ascii", "2024:05:01 10:00:00"},
+      {"Exif.Photo.ExposureTime", "Rational", "1/250"},
+      {"Exif.Photo.FNumber", "Rational", "28/10"},
+      {"Exif.Photo.FocalLength", "Rational", "50/1"},
+      {"Exif.Photo.ISOSpeedRatings", "Short", "400"},
+      {"Exif.Photo.PixelXDimension", "SLong", "64"},
+      {"Exif.Photo.PixelYDimension", "SShort", "48"}};
+  struct Camera {
+    std::vector<std::tuple<std::string, std::string, std::string>> values;
+    const char* serial;
+    bool namesLens;  // Exiv2 names a lens from this maker note
+  };
+  const Camera cameras[] = {
+      {{{"Exif.Image.Make", "Ascii", "Canon"},
+        {"Exif.Image.Model", "Ascii", "Canon EOS 5D"},
+        {"Exif.CanonCs.LensType", "Short", "137"},
+        {"Exif.CanonCs.Lens", "Short", "70 24 1"},
+        {"Exif.Canon.SerialNumber", "Long", "1730504089"},
+        {"Exif.CanonSi.ISOSpeed", "Short", "160"},
+        {"Exif.Canon.OwnerName", "Ascii", "Ada"}},
+       "1730504089",
+       true},
+      {{{"Exif.Image.Make", "Ascii", "NIKON CORPORATION"},
+        {"Exif.Image.Model", "Ascii", "NIKON D70"},
+        {"Exif.Nikon3.Version", "Undefined", "48 50 49 48"},
+        {"Exif.Nikon3.SerialNumber", "Ascii", "2061123"},
+        {"Exif.Nikon3.Lens", "Rational", "18/1 70/1 35/10 45/10"},
+        {"Exif.Nikon3.Quality", "Ascii", "FINE"}},
+       "2061123",
+       false},
+  };
+  for (const Camera& camera : cameras) {
+    auto values = camera.values;
+    values.insert(values.end(), common.begin(), common.end());
+    const Reading r = readBothWays(jpegWith(dir, values));
+    EXPECT_TRUE(r.makerNoteAlone) << std::get<2>(values[0]);
+    EXPECT_EQ(r.quick, r.exiv2) << std::get<2>(values[0]);
+    EXPECT_EQ(textOf(r.quick, MetadataKey::serial), camera.serial);
+    EXPECT_EQ(textOf(r.quick, MetadataKey::lens) != "(none)", camera.namesLens)
+        << std::get<2>(values[0]);
+    const MetadataValue* width = r.quick.find(MetadataKey::width);
+    ASSERT_NE(width, nullptr);
+    EXPECT_EQ(*width, MetadataValue::integer(64));
+  }
+}
+
+}  // namespace
+}  // namespace tessane
