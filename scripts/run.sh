@@ -17,6 +17,8 @@ fi
 home="$(mktemp -d "${TMPDIR:-/tmp}/tessane-demo-XXXXXX")"
 trap 'rm -rf "$home"' EXIT
 export XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data"
+# The demo wedding is in Rome: the cameras' clock times and the video's UTC time meet there.
+export TZ=Europe/Rome
 shoot="$home/Wedding"
 step() {
   if [ -t 1 ]; then printf '\n\033[1m$ %s\033[0m\n' "$*"; else printf '\n$ %s\n' "$*"; fi
