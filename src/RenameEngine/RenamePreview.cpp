@@ -7,6 +7,7 @@
 #include "CaptureTime.h"
 #include "FileName.h"
 #include "NameKey.h"
+#include "Parallel.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -124,6 +125,9 @@ RenamePreview buildPreview(const PreviewRequest& request) {
 
 namespace {
 
+// Below this many files per core, splitting a loop costs more than it saves.
+constexpr std::size_t kMinimumPerThread = 2000;
+
 // Name keys of one folder, viewed in place: the strings live in the preview's own vectors.
 using KeyViews = std::unordered_set<std::string_view>;
 
@@ -160,12 +164,18 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
   std::vector<std::string> currentKeys(count);
   std::vector<std::size_t> folderOf(count);
   std::vector<std::optional<std::string>> twinKeys(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    current[i] = FileName::parse(subjects[i].name);
-    currentKeys[i] = NameKey::of(current[i].fullName()).value;
+  for (std::size_t i = 0; i < count; ++i)
     folderOf[i] = folders.idOf(subjects[i].folder.native());
-    twinKeys[i] = twinKey(subjects[i].name, std::to_string(folderOf[i]), request.twins);
-  }
+  std::vector<std::string> folderTags(folders.size());  // what twin keys tell folders apart by
+  for (std::size_t f = 0; f < folders.size(); ++f)
+    folderTags[f] = std::to_string(f);
+  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t i = begin; i < end; ++i) {
+      current[i] = FileName::parse(subjects[i].name);
+      currentKeys[i] = NameKey::of(current[i].fullName()).value;
+      twinKeys[i] = twinKey(subjects[i].name, folderTags[folderOf[i]], request.twins);
+    }
+  });
 
   const std::vector<std::size_t> order = orderBatch(subjects, request.order);
   const std::vector<TwinGroup> groups = groupTwins(twinKeys, current, order);
@@ -226,8 +236,10 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
 
   // Clashes within the batch.
   std::vector<std::string> newKeys(count);
-  for (std::size_t r = 0; r < count; ++r)
-    newKeys[r] = NameKey::of(items[r].newName.fullName()).value;
+  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t r = begin; r < end; ++r)
+      newKeys[r] = NameKey::of(items[r].newName.fullName()).value;
+  });
   std::vector<bool> duplicate(count, false);
   if (request.duplicates == DuplicatePolicy::markError) {
     std::vector<std::unordered_map<std::string_view, std::size_t>> seen(folders.size());
@@ -298,40 +310,45 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       if (it == request.folders.end()) continue;
       for (const std::string& file : it->second.files) {
         if (own[f].count(NameKey::of(file).value) > 0) continue;
-        if (auto key = twinKey(file, std::to_string(f), request.twins)) {
+        if (auto key = twinKey(file, folderTags[f], request.twins)) {
           outsideTwins[*key].push_back(file);
         }
       }
     }
   }
 
-  for (std::size_t r = 0; r < count; ++r) {
-    PlannedRename& row = items[r];
-    const std::size_t f = folderOfRow(r);
-    const std::string newFull = row.newName.fullName();
-    row.changes = newFull != current[row.subjectIndex].fullName();
-    if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
-    if (duplicate[r]) row.errors.push_back(NameError::duplicateInBatch());
-    if (outside[f].count(newKeys[r]) > 0) row.errors.push_back(NameError::existingFile(newFull));
+  // Each row's checks and status, rows apart from one another.
+  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    for (std::size_t r = begin; r < end; ++r) {
+      PlannedRename& row = items[r];
+      const std::size_t f = folderOfRow(r);
+      const std::string newFull = row.newName.fullName();
+      row.changes = newFull != current[row.subjectIndex].fullName();
+      if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
+      if (duplicate[r]) row.errors.push_back(NameError::duplicateInBatch());
+      if (outside[f].count(newKeys[r]) > 0) row.errors.push_back(NameError::existingFile(newFull));
 
-    if (const auto& key = twinKeys[row.subjectIndex]; key && !outsideTwins.empty()) {
-      const auto it = outsideTwins.find(*key);
-      if (it != outsideTwins.end()) {
-        row.warnings.push_back(
-            PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
+      if (const auto& key = twinKeys[row.subjectIndex]; key && !outsideTwins.empty()) {
+        const auto it = outsideTwins.find(*key);
+        if (it != outsideTwins.end()) {
+          row.warnings.push_back(
+              PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
+        }
+      }
+      if (!listed[f])
+        row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::folderNotListed, {}, {}});
+
+      if (!row.errors.empty()) {
+        row.status = PreviewStatus::error;
+      } else if (!row.warnings.empty()) {
+        row.status = PreviewStatus::warning;
+      } else {
+        row.status = row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
       }
     }
-    if (!listed[f])
-      row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::folderNotListed, {}, {}});
-
-    if (!row.errors.empty()) {
-      row.status = PreviewStatus::error;
-    } else if (!row.warnings.empty()) {
-      row.status = PreviewStatus::warning;
-    } else {
-      row.status = row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
-    }
-    if (row.changes && row.errors.empty()) preview.changedFiles.push_back(r);
+  });
+  for (std::size_t r = 0; r < count; ++r) {
+    if (items[r].changes && items[r].errors.empty()) preview.changedFiles.push_back(r);
   }
   return preview;
 }
