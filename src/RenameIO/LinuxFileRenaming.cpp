@@ -3,27 +3,14 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/statfs.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <cstdint>
 #include <cstdio>
 
+#include "RenameIO/FileSystemKind.h"
+
 namespace tessane {
-namespace {
-
-// statfs f_type values of the file systems whose listings give each entry's real inode number.
-constexpr std::array<std::uint32_t, 5> kListedInodesAreReal{
-    0xEF53,      // ext2, ext3, ext4
-    0x58465342,  // xfs
-    0x9123683E,  // btrfs
-    0xF2F52010,  // f2fs
-    0x01021994,  // tmpfs
-};
-
-}  // namespace
 
 std::optional<IOError> LinuxFileRenaming::moveItem(const std::filesystem::path& from,
                                                    const std::filesystem::path& to) {
@@ -74,12 +61,7 @@ std::optional<std::vector<FolderEntry>> LinuxFileRenaming::list(
   const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd < 0) return std::nullopt;
   struct stat st {};
-  struct statfs fsInfo {};
-  bool realInodes = false;
-  if (::fstat(fd, &st) == 0 && ::fstatfs(fd, &fsInfo) == 0) {
-    for (std::uint32_t type : kListedInodesAreReal)
-      realInodes = realInodes || static_cast<std::uint32_t>(fsInfo.f_type) == type;
-  }
+  const bool realInodes = ::fstat(fd, &st) == 0 && FileSystemKind::ofDescriptor(fd).listsRealInodes;
   DIR* dir = ::fdopendir(fd);
   if (dir == nullptr) {
     ::close(fd);

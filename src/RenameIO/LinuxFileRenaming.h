@@ -8,9 +8,8 @@
 // it is still the empty file this call created.
 //
 // fileExists and identity use lstat. list reads the folder once; its entries carry the inode
-// numbers of the listing only on file systems where those are the ones lstat gives (ext2/3/4,
-// xfs, btrfs, f2fs, tmpfs; not overlay, FAT or FUSE volumes, whose listings may number files
-// otherwise). Stateless and thread-safe.
+// numbers of the listing only where FileSystemKind says those are lstat's. Stateless and
+// thread-safe.
 #pragma once
 
 #include "RenameIO/SystemFileRenaming.h"

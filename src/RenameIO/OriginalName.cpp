@@ -1,31 +1,12 @@
 #include "OriginalName.h"
 
-#include <sys/statfs.h>
 #include <sys/xattr.h>
-
-#include <array>
-#include <cstdint>
 
 #include "RenameEngine/Parallel.h"
 #include "RenameEngine/Unicode.h"
+#include "RenameIO/FileSystemKind.h"
 
 namespace tessane::OriginalName {
-namespace {
-
-// statfs f_type values of the file systems that keep extended attributes natively.
-constexpr std::array<std::uint32_t, 9> kNativeTypes{
-    0xEF53,      // ext2, ext3, ext4
-    0x9123683E,  // btrfs
-    0x58465342,  // xfs
-    0xF2F52010,  // f2fs
-    0x2FC12FC1,  // zfs
-    0xCA451A4E,  // bcachefs
-    0x01021994,  // tmpfs
-    0x482B,      // hfsplus
-    0x42535041,  // apfs
-};
-
-}  // namespace
 
 std::optional<std::string> read(const std::filesystem::path& file) {
   const ssize_t size = ::lgetxattr(file.c_str(), kAttribute, nullptr, 0);
@@ -60,13 +41,7 @@ void rememberAll(std::span<const FileMove> moves, bool nativeVolumesOnly) {
 }
 
 bool keepsAttributesNatively(const std::filesystem::path& file) {
-  struct statfs st {};
-  if (::statfs(file.c_str(), &st) != 0) return false;
-  const auto type = static_cast<std::uint32_t>(st.f_type);
-  for (std::uint32_t native : kNativeTypes) {
-    if (type == native) return true;
-  }
-  return false;
+  return FileSystemKind::ofPath(file).keepsAttributes;
 }
 
 }  // namespace tessane::OriginalName

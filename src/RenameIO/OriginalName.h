@@ -17,10 +17,8 @@
 //     attributes natively, asked once per folder. Spread over the machine's cores: the kernel
 //     writes attributes of different files side by side.
 //
-//   keepsAttributesNatively: whether the file's volume stores extended attributes itself, judged
-//     by the statfs type: ext2/3/4, btrfs, xfs, f2fs, zfs, bcachefs, tmpfs, hfsplus, apfs. Memory
-//     cards and exchange or network drives (vfat, exfat, ntfs, FUSE, SMB, NFS) are not, nor is a
-//     path statfs can't answer for. This is what the setting value "macDisksOnly" asks about.
+//   keepsAttributesNatively: whether the file's volume stores extended attributes itself
+//     (FileSystemKind::keepsAttributes). This is what the setting value "macDisksOnly" asks about.
 #pragma once
 
 #include <filesystem>
