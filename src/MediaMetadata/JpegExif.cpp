@@ -336,7 +336,7 @@ class StreamWriter {
   bool little_;
 };
 
-// Appends to `out` an IFD of the entries of the IFD at `offset` whose tag `keep` accepts, copied
+// Appends to `out` an IFD of the entries of the IFD at `offset` that `keep` accepts, copied
 // byte for byte (their values stay where they are); returns where it starts.
 template <typename Keep>
 std::uint32_t appendIfd(const Tiff& t, std::uint32_t offset, std::vector<std::uint8_t>& out,
@@ -348,7 +348,7 @@ std::uint32_t appendIfd(const Tiff& t, std::uint32_t offset, std::vector<std::ui
   w.u16(0);
   std::uint16_t kept = 0;
   for (std::uint32_t i = 0; i < entries.size(); ++i) {
-    if (!keep(entries[i].tag)) continue;
+    if (!keep(entries[i])) continue;
     const std::uint64_t at = offset + 2 + 12ull * i;
     out.insert(out.end(), t.bytes().begin() + static_cast<std::ptrdiff_t>(at),
                t.bytes().begin() + static_cast<std::ptrdiff_t>(at + 12));
@@ -411,26 +411,15 @@ constexpr MakerNoteLayout kThinned[] = {
 
 // Thins the maker note of `stream` (see kThinned) when its layout is one of those and everything
 // lies where it should; otherwise leaves it whole.
-void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
+// `note`: the maker note's EXIF entry (bytes), as found in the stream.
+void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::string_view make) {
   const auto known = [&](const MakerNoteLayout& l) { return make.starts_with(l.make); };
   if (std::none_of(std::begin(kThinned), std::end(kThinned), known)) return;
   try {
     const Tiff t(stream);
-    std::optional<std::uint32_t> exifIfd, note;
-    std::uint32_t noteSize = 0;
-    for (const Entry& e : readIfd(t, t.u32(4))) {
-      if (e.tag == 0x8769) exifIfd = t.u32(e.data);
-    }
-    if (!exifIfd) return;
-    for (const Entry& e : readIfd(t, *exifIfd)) {
-      if (e.tag == 0x927c && typeSize(e.type) == 1 && e.count > 4) {
-        note = static_cast<std::uint32_t>(e.data);
-        noteSize = e.count;
-      }
-    }
-    if (!note) return;
-    t.need(*note, noteSize);
-    const Bytes body = t.bytes().subspan(*note, noteSize);
+    const Bytes body = valueBytes(t, note);
+    const std::uint64_t start = note.data;
+    const std::uint64_t noteSize = note.count;
     const MakerNoteLayout* layout = nullptr;
     for (const MakerNoteLayout& l : kThinned) {
       if (layout == nullptr && known(l) && body.size() >= l.signature.size() &&
@@ -441,7 +430,7 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
     if (layout == nullptr) return;
     // The maker note's IFD, read in the byte order its own header gives, if it has one.
     bool little = t.little();
-    std::uint64_t ifd = *note;
+    std::uint64_t ifd = start;
     switch (layout->ifd) {
       case MakerNoteLayout::Ifd::atStart:
         break;
@@ -468,7 +457,7 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
                     : static_cast<std::uint16_t>(stream[at] << 8 | stream[at + 1]);
     };
     const std::uint16_t n = u16(ifd);
-    if (n == 0 || n > kMaxEntries || ifd + 2 + 12ull * n + 4 > std::uint64_t{*note} + noteSize) {
+    if (n == 0 || n > kMaxEntries || ifd + 2 + 12ull * n + 4 > start + noteSize) {
       return;
     }
     std::uint16_t kept = 0;
@@ -491,24 +480,25 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, std::string_view make) {
   }
 }
 
-std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make) {
+// The EXIF block made ready for Exiv2 to decode its maker note alone (see JpegExif.h). With
+// `noteMustFit`, gives up unless the maker note lies within the block.
+std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make, bool noteMustFit) {
   const Tiff t(exif);
   std::vector<std::uint8_t> out(exif.begin(), exif.end());
   if (out.size() + 512 > UINT32_MAX) throw GiveUp{};
   std::optional<std::uint32_t> exifIfd;
-  std::uint32_t ifd0 = 0;
-  const std::uint32_t oldIfd0 = t.u32(4);
-  ifd0 = appendIfd(t, oldIfd0, out, [](std::uint16_t tag) {
-    return tag == 0x010f || tag == 0x0110 || tag == 0x8769;
-  });
-  for (const Entry& e : readIfd(t, oldIfd0)) {
+  const std::uint32_t ifd0 = appendIfd(t, t.u32(4), out, [&](const Entry& e) {
     if (e.tag == 0x8769) exifIfd = t.u32(e.data);
-  }
+    return e.tag == 0x010f || e.tag == 0x0110 || e.tag == 0x8769;
+  });
   if (!exifIfd) throw GiveUp{};
-  const std::uint32_t newExif = appendIfd(t, *exifIfd, out, [](std::uint16_t tag) {
-    return std::find(std::begin(kLensContext), std::end(kLensContext), tag) !=
+  std::optional<Entry> note;
+  const std::uint32_t newExif = appendIfd(t, *exifIfd, out, [&](const Entry& e) {
+    if (e.tag == 0x927c && typeSize(e.type) == 1 && e.count > 4) note = e;
+    return std::find(std::begin(kLensContext), std::end(kLensContext), e.tag) !=
            std::end(kLensContext);
   });
+  if (noteMustFit && note) valueBytes(t, *note);
   // Point the new IFD0's EXIF entry at the new EXIF IFD, and the header at the new IFD0.
   const Tiff rewritten(out);
   StreamWriter w(out, t.little());
@@ -518,7 +508,7 @@ std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make) {
     if (rewritten.u16(at) == 0x8769) w.patch32(at + 8, newExif);
   }
   w.patch32(4, ifd0);
-  thinMakerNote(out, make);
+  if (note) thinMakerNote(out, *note, make);
   return out;
 }
 
@@ -551,15 +541,8 @@ bool isSof(std::uint8_t m) {
 std::vector<std::uint8_t> makerNoteStream(std::span<const std::uint8_t> tiff,
                                           std::string_view make) {
   try {
-    // The maker note itself must lie within the stream, or Exiv2 would decode less of it.
-    const Tiff t(tiff);
-    for (const Entry& e : readIfd(t, t.u32(4))) {
-      if (e.tag != 0x8769) continue;
-      for (const Entry& x : readIfd(t, t.u32(e.data))) {
-        if (x.tag == 0x927c) valueBytes(t, x);
-      }
-    }
-    return withMakerNoteOnly(tiff, make);
+    // A RAW file's head: the maker note must lie within it, or Exiv2 would decode less of it.
+    return withMakerNoteOnly(tiff, make, true);
   } catch (...) {
     return {};
   }
@@ -648,7 +631,7 @@ std::optional<Parts> read(const Fetch& fetch) {
       try {
         if (readExif(exif, withExif)) {
           parts.makerNoteStream =
-              withMakerNoteOnly(exif, withExif.make ? withExif.make->text : std::string());
+              withMakerNoteOnly(exif, withExif.make ? withExif.make->text : std::string(), false);
         }
         f = std::move(withExif);
       } catch (const GiveUp&) {
