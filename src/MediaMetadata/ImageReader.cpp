@@ -440,6 +440,21 @@ Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
   return exif;
 }
 
+// The maker note's lens, serial number and sizes, decoded by Exiv2 from a maker-note stream
+// (JpegExif::makerNoteStream), into fields whose EXIF part is read. False when Exiv2 throws.
+bool takeMakerFields(const std::vector<std::uint8_t>& stream, ImageFields& f) {
+  try {
+    ImageFields maker = pick(decodeExif(stream));
+    f.makerLens = std::move(maker.makerLens);
+    f.makerSerial = std::move(maker.makerSerial);
+    f.makerWidth = maker.makerWidth;
+    f.makerHeight = maker.makerHeight;
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
 bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
                   MetadataMap& out) {
   constexpr std::uint16_t kDngVersion = 0xc612;
@@ -454,16 +469,7 @@ bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu:
     // The maker note alone goes to Exiv2, as for a JPEG's.
     const std::vector<std::uint8_t> stream =
         JpegExif::makerNoteStream(bytes, f.make ? f.make->text : std::string());
-    if (stream.empty()) return false;
-    try {
-      ImageFields maker = pick(decodeExif(stream));
-      f.makerLens = std::move(maker.makerLens);
-      f.makerSerial = std::move(maker.makerSerial);
-      f.makerWidth = maker.makerWidth;
-      f.makerHeight = maker.makerHeight;
-    } catch (...) {
-      return false;
-    }
+    if (stream.empty() || !takeMakerFields(stream, f)) return false;
   }
   ImageFieldsMapping::toMetadata(f, kind, zone, out);
   return true;
@@ -473,16 +479,7 @@ bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu:
 // the whole EXIF block when it left them to it. False when Exiv2's whole parse must decide.
 bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
   if (!parts.makerNoteStream.empty()) {
-    // The EXIF fields are read; the maker note's lens, serial number and sizes are Exiv2's.
-    try {
-      ImageFields maker = pick(decodeExif(parts.makerNoteStream));
-      parts.fields.makerLens = std::move(maker.makerLens);
-      parts.fields.makerSerial = std::move(maker.makerSerial);
-      parts.fields.makerWidth = maker.makerWidth;
-      parts.fields.makerHeight = maker.makerHeight;
-    } catch (...) {
-      return false;
-    }
+    if (!takeMakerFields(parts.makerNoteStream, parts.fields)) return false;
   } else if (parts.exifForExiv2) {
     try {
       ImageFields fields = pick(decodeExif(parts.exif));
