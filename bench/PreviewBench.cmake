@@ -1,3 +1,3 @@
 add_executable(PreviewBench ${CMAKE_CURRENT_LIST_DIR}/PreviewBench.cpp)
-target_link_libraries(PreviewBench PRIVATE RenameEngine benchmark::benchmark
+target_link_libraries(PreviewBench PRIVATE RenameEngine BenchSupport benchmark::benchmark
                       benchmark::benchmark_main tessane_warnings)

@@ -4,6 +4,8 @@
 // clashes. The bar: 10,000 files in under 50 ms, aiming for one display frame (16 ms).
 #include <benchmark/benchmark.h>
 
+#include "BenchStack.h"
+
 #include "RenameEngine/RenamePreview.h"
 
 namespace {
@@ -39,18 +41,7 @@ PreviewRequest shoot(std::size_t count) {
   for (auto& [folder, contents] : q.folders)
     contents.names.push_back("2024-05-01_06-00-00_A7R5.ARW");
 
-  Counter daily;
-  daily.reset = CounterReset::perDay;
-  Rule format;
-  format.action = {RuleAction::Format{NameFormat{"{date:yyyy-MM-dd_HH-mm-ss}_{body}", daily}}};
-  Rule replace;
-  replace.action = {RuleAction::Operation{
-      RenameOperation{op::Replace{Anchor{"A7R5", false, Occurrence::all}, "Sony"}}}};
-  Rule upper;
-  upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
-  Rule accents;
-  accents.action = {RuleAction::Operation{RenameOperation{op::RemoveAccents{}}}};
-  q.stack.rules = {format, replace, upper, accents};
+  q.stack = bench::typicalStack("{date:yyyy-MM-dd_HH-mm-ss}_{body}");
   q.twins = TwinOptions::forKinds(true, true, true);
   q.duplicates = DuplicatePolicy::addSuffix;
   q.naming = *NamingContext::inZone("Europe/Rome", "unknown");

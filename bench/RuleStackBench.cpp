@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "BenchNames.h"
+#include "BenchStack.h"
 #include "RenameEngine/FileName.h"
 #include "RenameEngine/RuleStack.h"
 
@@ -30,24 +31,6 @@ std::vector<RenameSubject> subjects(std::size_t count) {
   return out;
 }
 
-RuleStack typicalStack() {
-  RuleStack stack;
-  Counter daily;
-  daily.reset = CounterReset::perDay;
-  Rule format;
-  format.action = {
-      RuleAction::Format{NameFormat{"{date:yyyy-MM-dd_HH-mm-ss}_{body}_{counter}", daily}}};
-  Rule replace;
-  replace.action = {RuleAction::Operation{
-      RenameOperation{op::Replace{Anchor{"A7R5", false, Occurrence::all}, "Sony"}}}};
-  Rule upper;
-  upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
-  Rule accents;
-  accents.action = {RuleAction::Operation{RenameOperation{op::RemoveAccents{}}}};
-  stack.rules = {format, replace, upper, accents};
-  return stack;
-}
-
 void BM_CopyFloor(benchmark::State& state) {
   const std::vector<RenameSubject> batch = subjects(static_cast<std::size_t>(state.range(0)));
   for (auto _ : state) {
@@ -61,7 +44,7 @@ void BM_CopyFloor(benchmark::State& state) {
 
 void BM_TypicalStack(benchmark::State& state) {
   const std::vector<RenameSubject> batch = subjects(static_cast<std::size_t>(state.range(0)));
-  const RuleStack stack = typicalStack();
+  const RuleStack stack = bench::typicalStack("{date:yyyy-MM-dd_HH-mm-ss}_{body}_{counter}");
   const NamingContext context = *NamingContext::inZone("Europe/Rome", "unknown");
   for (auto _ : state)
     benchmark::DoNotOptimize(applyRuleStack(stack, batch, context));
@@ -70,7 +53,7 @@ void BM_TypicalStack(benchmark::State& state) {
 
 void BM_FormatRuleOnly(benchmark::State& state) {
   const std::vector<RenameSubject> batch = subjects(static_cast<std::size_t>(state.range(0)));
-  RuleStack stack = typicalStack();
+  RuleStack stack = bench::typicalStack("{date:yyyy-MM-dd_HH-mm-ss}_{body}_{counter}");
   stack.rules.resize(1);
   const NamingContext context = *NamingContext::inZone("Europe/Rome", "unknown");
   for (auto _ : state)
