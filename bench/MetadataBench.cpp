@@ -118,6 +118,12 @@ const MetadataProvider& provider() {
   return p;
 }
 
+// Each batch read and floor runs on one thread and on two, repeated, its median kept.
+void onOneAndTwoThreads(benchmark::internal::Benchmark* b) {
+  b->Arg(1)->Arg(2)->UseRealTime()->Repetitions(5)->ReportAggregatesOnly(true);
+  b->Unit(benchmark::kMillisecond);
+}
+
 // The floor: open each file and read its first 64 KiB, on `threads` threads.
 void floorRead(const std::vector<BatchFile>& files, unsigned threads) {
   std::atomic<std::size_t> next{0};
@@ -136,22 +142,13 @@ void floorRead(const std::vector<BatchFile>& files, unsigned threads) {
   work();
 }
 
-void BM_Floor(benchmark::State& state) {
-  const auto& files = folder().files();
+void timeFloor(benchmark::State& state, const std::vector<BatchFile>& files) {
   for (auto _ : state)
     floorRead(files, static_cast<unsigned>(state.range(0)));
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_Floor)
-    ->Arg(1)
-    ->Arg(2)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true)
-    ->Unit(benchmark::kMillisecond);
 
-void BM_BatchRead(benchmark::State& state) {
-  const auto& files = folder().files();
+void timeBatchRead(benchmark::State& state, const std::vector<BatchFile>& files) {
   BatchOptions options;
   options.threads = static_cast<unsigned>(state.range(0));
   for (auto _ : state) {
@@ -160,13 +157,16 @@ void BM_BatchRead(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
 }
-BENCHMARK(BM_BatchRead)
-    ->Arg(1)
-    ->Arg(2)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true)
-    ->Unit(benchmark::kMillisecond);
+
+void BM_Floor(benchmark::State& state) {
+  timeFloor(state, folder().files());
+}
+BENCHMARK(BM_Floor)->Apply(onOneAndTwoThreads);
+
+void BM_BatchRead(benchmark::State& state) {
+  timeBatchRead(state, folder().files());
+}
+BENCHMARK(BM_BatchRead)->Apply(onOneAndTwoThreads);
 
 // The same read over the files that the quick JPEG path reads alone (no maker note needed, as
 // with most cameras of the last ten years, which write the lens model and body serial in EXIF).
@@ -195,36 +195,14 @@ const std::vector<BatchFile>& quickPathFiles() {
 }
 
 void BM_BatchReadQuickPathFiles(benchmark::State& state) {
-  const auto& files = quickPathFiles();
-  BatchOptions options;
-  options.threads = static_cast<unsigned>(state.range(0));
-  for (auto _ : state) {
-    const BatchResult r = MetadataBatch::read(provider(), files, options);
-    benchmark::DoNotOptimize(r.files.data());
-  }
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+  timeBatchRead(state, quickPathFiles());
 }
-BENCHMARK(BM_BatchReadQuickPathFiles)
-    ->Arg(1)
-    ->Arg(2)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true)
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BatchReadQuickPathFiles)->Apply(onOneAndTwoThreads);
 
 void BM_FloorQuickPathFiles(benchmark::State& state) {
-  const auto& files = quickPathFiles();
-  for (auto _ : state)
-    floorRead(files, static_cast<unsigned>(state.range(0)));
-  state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(files.size()));
+  timeFloor(state, quickPathFiles());
 }
-BENCHMARK(BM_FloorQuickPathFiles)
-    ->Arg(1)
-    ->Arg(2)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ReportAggregatesOnly(true)
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FloorQuickPathFiles)->Apply(onOneAndTwoThreads);
 
 bool installed(const char* tool) {
   const std::string probe = std::string("command -v ") + tool + " >/dev/null 2>&1";
