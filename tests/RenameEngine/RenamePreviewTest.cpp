@@ -2,19 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "Subjects.h"
+
 namespace tessane {
 namespace {
 
 using namespace std::chrono;
 
-RenameSubject file(std::string name, std::string folder = "/card",
-                   std::optional<Date> when = std::nullopt) {
-  RenameSubject s;
-  s.name = std::move(name);
-  s.folder = std::move(folder);
-  s.captureDate = when;
-  return s;
-}
+using testing::subject;
 
 Date at(int second) {
   return Date(sys_days(year_month_day(year(2026), month(10), day(23))) + hours(9) +
@@ -59,9 +54,9 @@ std::vector<PreviewStatus> statuses(const RenamePreview& p) {
 
 TEST(Twins, GroupsShareTheRawsNewBase) {
   PreviewRequest q =
-      request({file("_QM19581.JPG", "/card", at(0)), file("_QM19581.ARW", "/card", at(0)),
-               file("_QM19581.xmp", "/card", at(0)), file("_QM19581.pdf", "/card", at(0)),
-               file("_QM19582.ARW", "/card", at(1))},
+      request({subject("_QM19581.JPG", "/card", at(0)), subject("_QM19581.ARW", "/card", at(0)),
+               subject("_QM19581.xmp", "/card", at(0)), subject("_QM19581.pdf", "/card", at(0)),
+               subject("_QM19582.ARW", "/card", at(1))},
               "{date:yyyy-MM-dd}_{counter}");
   q.order = BatchOrder::asGiven;
   const RenamePreview p = buildPreview(q);
@@ -81,8 +76,8 @@ TEST(Twins, GroupsShareTheRawsNewBase) {
 }
 
 TEST(Twins, PrimaryByKindThenNameAndOnlyWithinOneFolder) {
-  const std::vector<RenameSubject> files{file("IMG_1.JPEG"), file("IMG_1.JPG"),
-                                         file("img_1.cr2.xmp"), file("IMG_1.JPG", "/other")};
+  const std::vector<RenameSubject> files{subject("IMG_1.JPEG"), subject("IMG_1.JPG"),
+                                         subject("img_1.cr2.xmp"), subject("IMG_1.JPG", "/other")};
   const TwinOptions options = TwinOptions::forKinds(true, false, true);
   const auto groups = groupTwins(files, {0, 1, 2, 3}, options);
   ASSERT_EQ(groups.size(), 2u);
@@ -94,9 +89,9 @@ TEST(Twins, PrimaryByKindThenNameAndOnlyWithinOneFolder) {
 }
 
 TEST(RenamePreview, ClashesInTheBatchMarkErrorOrTakeASuffix) {
-  PreviewRequest q = request(
-      {file("a.JPG", "/card", at(0)), file("b.JPG", "/card", at(0)), file("c.JPG", "/card", at(0))},
-      "{date:yyyy-MM-dd}_0001");
+  PreviewRequest q = request({subject("a.JPG", "/card", at(0)), subject("b.JPG", "/card", at(0)),
+                              subject("c.JPG", "/card", at(0))},
+                             "{date:yyyy-MM-dd}_0001");
   const RenamePreview marked = buildPreview(q);
   EXPECT_EQ(statuses(marked), std::vector<PreviewStatus>(3, PreviewStatus::error));
   EXPECT_EQ(marked.items[1].errors, std::vector<NameError>{NameError::duplicateInBatch()});
@@ -114,7 +109,7 @@ TEST(RenamePreview, ClashesInTheBatchMarkErrorOrTakeASuffix) {
 
 TEST(RenamePreview, ATwinGroupWhoseJpegAloneClashesTakesOneSuffix) {
   PreviewRequest q =
-      request({file("_QM1.ARW", "/card", at(0)), file("_QM1.JPG", "/card", at(0))}, "Rome");
+      request({subject("_QM1.ARW", "/card", at(0)), subject("_QM1.JPG", "/card", at(0))}, "Rome");
   q.folders["/card"].names.push_back("Rome.jpg");  // an outside file, other case
   q.duplicates = DuplicatePolicy::addSuffix;
   EXPECT_EQ(newNames(buildPreview(q)), (std::vector<std::string>{"Rome-2.ARW", "Rome-2.JPG"}));
@@ -127,7 +122,7 @@ TEST(RenamePreview, ATwinGroupWhoseJpegAloneClashesTakesOneSuffix) {
 
 TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
   // Two files trading names: neither counts against the other, both change.
-  PreviewRequest swap = request({file("a.jpg"), file("b.jpg")}, "{name}");
+  PreviewRequest swap = request({subject("a.jpg"), subject("b.jpg")}, "{name}");
   swap.order = BatchOrder::asGiven;
   Rule swapRule;
   swapRule.action = {RuleAction::Operation{
@@ -147,7 +142,7 @@ TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
 
   // A case change alone is a change; a name that differs from an outside file only by case or
   // by composition clashes with it.
-  PreviewRequest q = request({file("img_0001.jpg"), file("x.jpg")}, "{name}");
+  PreviewRequest q = request({subject("img_0001.jpg"), subject("x.jpg")}, "{name}");
   q.order = BatchOrder::asGiven;
   Rule upper;
   upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
@@ -166,7 +161,8 @@ TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
 }
 
 TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
-  PreviewRequest q = request({file("_QM19581.JPG", "/card", at(0))}, "{date:yyyy-MM-dd}_{counter}");
+  PreviewRequest q =
+      request({subject("_QM19581.JPG", "/card", at(0))}, "{date:yyyy-MM-dd}_{counter}");
   q.folders["/card"].files = {"_QM19581.ARW", "_QM19581.JPG", "_QM19581.XMP", "notes.txt"};
   q.folders["/card"].names = q.folders["/card"].files;
   const RenamePreview p = buildPreview(q);
@@ -185,7 +181,7 @@ TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
 }
 
 TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
-  PreviewRequest q = request({file("keep.jpg"), file("b.jpg"), file("c.jpg")}, "{name}");
+  PreviewRequest q = request({subject("keep.jpg"), subject("b.jpg"), subject("c.jpg")}, "{name}");
   q.order = BatchOrder::name;
   Rule colon;
   colon.action = {
@@ -207,8 +203,8 @@ TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
 }
 
 TEST(RenamePreview, CaptureTimeOrderNumbersUndatedFilesLast) {
-  PreviewRequest q = request({file("z.jpg"), file("b.jpg", "/card", at(5)),
-                              file("a.jpg", "/card", at(5)), file("c.jpg", "/card", at(1))},
+  PreviewRequest q = request({subject("z.jpg"), subject("b.jpg", "/card", at(5)),
+                              subject("a.jpg", "/card", at(5)), subject("c.jpg", "/card", at(1))},
                              "{counter}");
   const RenamePreview p = buildPreview(q);
   EXPECT_EQ(newNames(p),

@@ -1,9 +1,12 @@
 #include "RenameEngine/RuleStack.h"
+#include "Subjects.h"
 
 #include <gtest/gtest.h>
 #include <unicode/timezone.h>
 
 #include <memory>
+
+#include "Subjects.h"
 
 namespace tessane {
 namespace {
@@ -14,14 +17,7 @@ Date utc(int y, unsigned mo, unsigned d, int h, int mi = 0) {
   return Date(sys_days(year_month_day(year(y), month(mo), day(d))) + hours(h) + minutes(mi));
 }
 
-RenameSubject subject(std::string name, std::string folder = "/a",
-                      std::optional<Date> when = std::nullopt) {
-  RenameSubject s;
-  s.name = std::move(name);
-  s.folder = std::move(folder);
-  s.captureDate = when;
-  return s;
-}
+using testing::subject;
 
 Rule rule(RuleAction::Operation op, std::vector<RuleCondition> conditions = {}) {
   Rule r;
