@@ -1,24 +1,19 @@
 // tessane meta FILE...: what the metadata reader finds in each file, as text or as JSON.
-#include <pthread.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 
-#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <iostream>
 #include <optional>
-#include <stop_token>
 #include <string>
 #include <system_error>
-#include <thread>
 #include <vector>
 
 #include "MediaMetadata/MetadataBatch.h"
@@ -128,45 +123,6 @@ OrderedJson valueJson(const MetadataValue& value) {
   }
   return nullptr;
 }
-
-// Ctrl-C while reading asks the batch to stop: SIGINT is blocked in every thread and taken by a
-// watcher thread, which turns it into a stop request. The usual handling is back afterwards.
-class InterruptWatch {
- public:
-  InterruptWatch() {
-    sigset_t interrupt;
-    sigemptyset(&interrupt);
-    sigaddset(&interrupt, SIGINT);
-    pthread_sigmask(SIG_BLOCK, &interrupt, &previous_);
-    watcher_ = std::thread([this, interrupt] {
-      const timespec tick{0, 50'000'000};
-      while (!done_.load()) {
-        if (sigtimedwait(&interrupt, nullptr, &tick) == SIGINT) {
-          interrupted_.store(true);
-          stop_.request_stop();
-          return;
-        }
-      }
-    });
-  }
-  ~InterruptWatch() {
-    done_.store(true);
-    watcher_.join();
-    pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
-  }
-  InterruptWatch(const InterruptWatch&) = delete;
-  InterruptWatch& operator=(const InterruptWatch&) = delete;
-
-  std::stop_token token() const { return stop_.get_token(); }
-  bool interrupted() const { return interrupted_.load(); }
-
- private:
-  sigset_t previous_{};
-  std::stop_source stop_;
-  std::atomic<bool> done_{false};
-  std::atomic<bool> interrupted_{false};
-  std::thread watcher_;
-};
 
 int meta(Tool& tool, const MetaOptions& options) {
   std::optional<NamingContext> naming = options.timeZone.empty()

@@ -1,14 +1,11 @@
 #include "Shoot.h"
 
-#include <signal.h>
 #include <unistd.h>
 
 #include <unicode/timezone.h>
-#include <atomic>
 #include <cstdio>
 #include <numeric>
 #include <set>
-#include <stop_token>
 
 #include "MediaMetadata/MetadataBatch.h"
 #include "RenameEngine/Unicode.h"
@@ -17,30 +14,6 @@
 
 namespace tessane::cli {
 namespace {
-
-std::atomic<bool> interrupted{false};
-
-void onInterrupt(int) {
-  interrupted.store(true);
-}
-
-// Ctrl-C while reading asks the read to stop; the previous handling comes back afterwards.
-class InterruptGuard {
- public:
-  InterruptGuard() {
-    interrupted.store(false);
-    struct sigaction action {};
-    action.sa_handler = onInterrupt;
-    sigemptyset(&action.sa_mask);
-    ::sigaction(SIGINT, &action, &previous_);
-  }
-  ~InterruptGuard() { ::sigaction(SIGINT, &previous_, nullptr); }
-  InterruptGuard(const InterruptGuard&) = delete;
-  InterruptGuard& operator=(const InterruptGuard&) = delete;
-
- private:
-  struct sigaction previous_ {};
-};
 
 void addFolderContents(Shoot& shoot, const std::filesystem::path& folder,
                        const std::vector<ListedFile>* files) {
@@ -138,20 +111,18 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
     if (request.zone == nullptr) systemZone.reset(icu::TimeZone::createDefault());
     const MetadataProvider provider(request.zone ? *request.zone : *systemZone, nullptr,
                                     request.scope);
-    std::stop_source stop;
+    InterruptWatch watch;
     BatchOptions options;
-    options.stop = stop.get_token();
+    options.stop = watch.token();
     const bool showProgress = tool.terminal().errIsTerminal && files.size() >= 200;
     options.progress = [&](std::size_t done, std::size_t total) {
-      if (interrupted.load()) stop.request_stop();
       if (showProgress && (done % 100 == 0 || done == total)) {
         std::fprintf(stderr, "\rReading metadata: %zu of %zu", done, total);
         if (done == total) std::fputs("\r\x1b[K", stderr);
       }
     };
-    InterruptGuard guard;
     BatchResult read = MetadataBatch::read(provider, files, options);
-    if (read.stopped || interrupted.load()) {
+    if (read.stopped || watch.interrupted()) {
       if (showProgress) std::fputs("\r\x1b[K", stderr);
       tool.error("Stopped: nothing was renamed.");
       return std::nullopt;

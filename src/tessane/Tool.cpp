@@ -1,5 +1,6 @@
 #include "Tool.h"
 
+#include <pthread.h>
 #include <signal.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -103,6 +104,29 @@ HoldInterrupts::HoldInterrupts() : saved_(std::make_unique<Saved>()) {
 
 HoldInterrupts::~HoldInterrupts() {
   ::sigaction(SIGINT, &saved_->previous, nullptr);
+}
+
+InterruptWatch::InterruptWatch() {
+  sigset_t interrupt;
+  sigemptyset(&interrupt);
+  sigaddset(&interrupt, SIGINT);
+  pthread_sigmask(SIG_BLOCK, &interrupt, &previous_);
+  watcher_ = std::thread([this, interrupt] {
+    const timespec tick{0, 50'000'000};
+    while (!done_.load()) {
+      if (sigtimedwait(&interrupt, nullptr, &tick) == SIGINT) {
+        interrupted_.store(true);
+        stop_.request_stop();
+        return;
+      }
+    }
+  });
+}
+
+InterruptWatch::~InterruptWatch() {
+  done_.store(true);
+  watcher_.join();
+  pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
 }
 
 int reportBatchFailure(const Tool& tool, const SafeRenameError& e) {

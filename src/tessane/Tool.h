@@ -4,10 +4,15 @@
 // Settings and data follow XDG_CONFIG_HOME and XDG_DATA_HOME.
 #pragma once
 
+#include <signal.h>
+
+#include <atomic>
 #include <filesystem>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <thread>
 
 #include "RenameIO/PresetStore.h"
 #include "TessaneRename/BodyTable.h"
@@ -80,6 +85,27 @@ class HoldInterrupts {
  private:
   struct Saved;
   std::unique_ptr<Saved> saved_;
+};
+
+// Ctrl-C while reading asks the read to stop: SIGINT is blocked in every thread started while
+// this lives and taken by a watcher thread, which turns it into a stop request at once. The
+// usual handling is back afterwards.
+class InterruptWatch {
+ public:
+  InterruptWatch();
+  ~InterruptWatch();
+  InterruptWatch(const InterruptWatch&) = delete;
+  InterruptWatch& operator=(const InterruptWatch&) = delete;
+
+  std::stop_token token() const { return stop_.get_token(); }
+  bool interrupted() const { return interrupted_.load(); }
+
+ private:
+  sigset_t previous_{};
+  std::stop_source stop_;
+  std::atomic<bool> done_{false};
+  std::atomic<bool> interrupted_{false};
+  std::thread watcher_;
 };
 
 // Reports a batch the safe renamer refused or could not finish in the system's words, and
