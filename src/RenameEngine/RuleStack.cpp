@@ -118,7 +118,8 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameS
               } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
                 const std::optional<std::int64_t> number =
                     numbers[r].empty() ? std::optional<std::int64_t>(0) : numbers[r][i];
-                const VariableContext variables{subject, name.base, zone, dates};
+                const VariableContext variables{subject, name.base, zone, dates,
+                                                context.datePattern};
                 RenderedName rendered =
                     c.parsed->render(variables, action.format.counter, number, context.missingText);
                 name.base = std::move(rendered.text);
@@ -158,7 +159,9 @@ RuleResult applyRuleStack(const RuleStack& stack, const RenameSubject& subject,
 }
 
 NamingContext NamingContext::systemDefault() {
-  return NamingContext{std::shared_ptr<const icu::TimeZone>(icu::TimeZone::createDefault()), {}};
+  NamingContext context;
+  context.zone.reset(icu::TimeZone::createDefault());
+  return context;
 }
 
 std::optional<NamingContext> NamingContext::inZone(std::string_view zoneID,
@@ -167,8 +170,10 @@ std::optional<NamingContext> NamingContext::inZone(std::string_view zoneID,
       icu::StringPiece(zoneID.data(), static_cast<int32_t>(zoneID.size())));
   std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(id));
   if (!zone || *zone == icu::TimeZone::getUnknown()) return std::nullopt;
-  return NamingContext{std::shared_ptr<const icu::TimeZone>(std::move(zone)),
-                       std::move(missingText)};
+  NamingContext context;
+  context.zone = std::shared_ptr<const icu::TimeZone>(std::move(zone));
+  context.missingText = std::move(missingText);
+  return context;
 }
 
 std::set<TemplateVariable> variablesUsed(const RuleStack& stack) {

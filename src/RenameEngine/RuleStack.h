@@ -62,6 +62,7 @@ struct RuleResult {
 struct NamingContext {
   std::shared_ptr<const icu::TimeZone> zone;  // dates are formatted and days cut here
   std::string missingText;                    // put in place of a value a file lacks
+  std::string datePattern = "yyyy-MM-dd";     // a date variable written without a format
 
   // The system's time zone and no text for missing values.
   static NamingContext systemDefault();

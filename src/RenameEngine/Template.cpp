@@ -144,14 +144,18 @@ VariableValue numberValue(TemplateVariable variable, double value,
 VariableValue dateValue(const std::optional<Date>& date, const std::optional<std::string>& format,
                         const VariableContext& context) {
   if (!date) return VariableValue::missing();
-  static constexpr std::string_view kDefaultPattern = "yyyy-MM-dd";
+  static constexpr std::string_view kPlainPattern = "yyyy-MM-dd";
   if (format && !format->empty()) {
     if (std::optional<std::string> text = context.dates.format(*date, *format)) {
       return VariableValue::value(std::move(*text));
     }
-    return VariableValue::invalidFormat(context.dates.format(*date, kDefaultPattern).value_or(""));
+    return VariableValue::invalidFormat(context.dates.format(*date, kPlainPattern).value_or(""));
   }
-  return VariableValue::value(context.dates.format(*date, kDefaultPattern).value_or(""));
+  // The user's own pattern for dates written plain; one ICU can't apply is taken as not set.
+  if (std::optional<std::string> text = context.dates.format(*date, context.defaultDatePattern)) {
+    return VariableValue::value(std::move(*text));
+  }
+  return VariableValue::value(context.dates.format(*date, kPlainPattern).value_or(""));
 }
 
 VariableValue metadataValue(TemplateVariable variable, MetadataKey key,

@@ -108,6 +108,7 @@ struct VariableContext {
   std::string_view currentName;  // the base name as it stands at this point of the rule stack
   const icu::TimeZone& zone;     // where dates are broken into days and formatted
   DateFormatterCache& dates;     // formatters for `zone`
+  std::string_view defaultDatePattern = "yyyy-MM-dd";  // a date variable without a format
 };
 
 // The value of `variable` for one file, with an optional format.

@@ -72,6 +72,38 @@ std::string PresetStore::Failure::message() const {
   return text.append(std::generic_category().message(std::get<IOError>(error).code));
 }
 
+Result<PresetStore::Found, PresetStore::LookupError> PresetStore::find(
+    std::string_view nameOrFile) const {
+  const std::string name(nameOrFile);
+  Result<Listing> listed = list();
+  if (!listed) return LookupError{LookupError::Kind::listingFailed, listed.error()};
+  for (const Entry& entry : listed.value().presets) {
+    if (entry.preset.name == name) return Found{entry.preset, entry.file, std::nullopt};
+  }
+  const std::string folded = unicode::foldCase(name);
+  for (const Entry& entry : listed.value().presets) {
+    if (unicode::foldCase(entry.preset.name) == folded) {
+      return Found{entry.preset, entry.file, std::nullopt};
+    }
+  }
+  for (const Failure& failure : listed.value().failures) {
+    if (failure.file.stem() == name || failure.file.filename() == name) {
+      return Found{std::nullopt, failure.file, failure};
+    }
+  }
+  const std::filesystem::path file(name);
+  std::error_code error;
+  if (name.empty() || !std::filesystem::exists(file, error)) {
+    return LookupError{LookupError::Kind::notFound, {}};
+  }
+  auto read = PresetStore::read(file);
+  if (Preset* preset = std::get_if<Preset>(&read)) return Found{std::move(*preset), file, {}};
+  Failure failure{file, std::get_if<PresetError>(&read)
+                            ? std::variant<PresetError, IOError>(std::get<PresetError>(read))
+                            : std::variant<PresetError, IOError>(std::get<IOError>(read))};
+  return Found{std::nullopt, file, std::move(failure)};
+}
+
 PresetStore PresetStore::standard() {
   return PresetStore(DataFolder::presetFolder());
 }

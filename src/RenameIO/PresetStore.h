@@ -42,8 +42,24 @@ class PresetStore {
 
   const std::filesystem::path& directory() const { return directory_; }
 
+  // What a user's word for a preset stands for: a preset of the folder by its name (exactly, else
+  // ignoring case), else a file of the folder that doesn't decode, by its file name or stem, else
+  // a preset file by its path. `preset` is absent when the file can't be read or decoded, and
+  // `failure` says why.
+  struct Found {
+    std::optional<Preset> preset;
+    std::filesystem::path file;
+    std::optional<Failure> failure;
+  };
+  struct LookupError {
+    enum class Kind { listingFailed, notFound };
+    Kind kind = Kind::notFound;
+    IOError listing;  // listingFailed: why the folder can't be read
+  };
+
   // Fails only when the folder can't be made or read.
   Result<Listing> list() const;
+  Result<Found, LookupError> find(std::string_view nameOrFile) const;
   // The file written.
   Result<std::filesystem::path> save(const Preset& preset) const;
   std::optional<IOError> remove(const std::filesystem::path& file) const;

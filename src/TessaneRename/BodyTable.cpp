@@ -7,6 +7,7 @@
 
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/DurableFile.h"
+#include "TessaneRename/Preferences.h"
 
 namespace tessane {
 
@@ -18,13 +19,15 @@ BodyTable::BodyTable(QSettings& settings) : settings_(settings) {
       bodies_ = std::move(*decoded.value);
     }
   }
-  missingText_ = settings_.value("missingText").toString().toStdString();
+}
+
+std::string BodyTable::missingText() const {
+  return Preferences(settings_).missingText();
 }
 
 void BodyTable::save() {
   const std::string text = toJson(bodies_).dump(-1, ' ', false, Json::error_handler_t::replace);
   settings_.setValue("cameraBodies", QByteArray(text.data(), static_cast<qsizetype>(text.size())));
-  settings_.setValue("missingText", QString::fromStdString(missingText_));
   settings_.sync();
   if (onChange_) onChange_();
 }
@@ -35,8 +38,9 @@ void BodyTable::setBodies(CameraBodies bodies) {
 }
 
 void BodyTable::setMissingText(std::string text) {
-  missingText_ = std::move(text);
-  save();
+  Preferences(settings_).setMissingText(text);
+  settings_.sync();
+  if (onChange_) onChange_();
 }
 
 void BodyTable::setTag(const std::string& key, const std::string& tag) {

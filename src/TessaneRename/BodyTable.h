@@ -1,7 +1,9 @@
 // The camera-body table as the application keeps it: the tags and clock offsets of the user's
-// cameras (under "cameraBodies", as JSON) and the text for missing data ("missingText"), in the
-// settings store. Every change is written back at once and then announced, so that whoever shows
-// a preview rebuilds it. A stored table that does not decode reads as empty.
+// cameras (under "cameraBodies", as JSON) in the settings store. The text for missing data, which
+// the settings window shows beside the bodies, is the preferences' "missingText": read and
+// written through them, never cached here, so that the newest value always wins. Every change is
+// written back at once and then announced, so that whoever shows a preview rebuilds it. A stored
+// table that does not decode reads as empty.
 #pragma once
 
 #include <filesystem>
@@ -22,7 +24,7 @@ class BodyTable {
   explicit BodyTable(QSettings& settings);
 
   const CameraBodies& bodies() const { return bodies_; }
-  const std::string& missingText() const { return missingText_; }
+  std::string missingText() const;
   void setOnChange(std::function<void()> onChange) { onChange_ = std::move(onChange); }
 
   void setBodies(CameraBodies bodies);
@@ -46,7 +48,6 @@ class BodyTable {
 
   QSettings& settings_;
   CameraBodies bodies_;
-  std::string missingText_;
   std::function<void()> onChange_;
 };
 

@@ -149,8 +149,12 @@ DuplicatePolicy Preferences::duplicatePolicy() const {
       .value_or(DuplicatePolicy::markError);
 }
 std::set<TwinKind> Preferences::twinKinds() const {
+  // Only a missing key means all three: Qt writes an empty list as an invalid value, which reads
+  // back as no kinds at all, as it was written.
+  if (!settings_.contains("twinKinds"))
+    return {TwinKind::images, TwinKind::video, TwinKind::sidecars};
   const QVariant v = settings_.value("twinKinds");
-  if (!v.isValid()) return {TwinKind::images, TwinKind::video, TwinKind::sidecars};
+  if (!v.isValid()) return {};
   std::set<TwinKind> kinds;
   // A one-element list is read back from a settings file as plain text.
   const QStringList list =

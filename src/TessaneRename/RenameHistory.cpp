@@ -172,8 +172,9 @@ std::string RenameHistory::goBackLabel(const Entry& entry) {
   return out;
 }
 
-void RenameHistory::waitForSaves() {
-  if (saveTask_.valid()) saveTask_.wait();
+bool RenameHistory::waitForSaves() {
+  if (!saveTask_.valid()) return true;
+  return saveTask_.get();
 }
 
 std::string RenameHistory::encode(const std::vector<Entry>& entries) {
@@ -217,18 +218,19 @@ std::optional<std::vector<RenameHistory::Entry>> RenameHistory::decode(std::stri
 
 void RenameHistory::save() {
   if (!file_) return;
-  std::future<void> previous = std::move(saveTask_);
+  std::shared_future<bool> previous = std::move(saveTask_);
   auto task = [previous = std::move(previous), entries = entries_, file = *file_]() mutable {
     if (previous.valid()) previous.wait();
     try {
       const std::string data = encode(entries);
-      (void)DurableFile::write(file, data);  // a failed save leaves the previous file in place
+      // A failed save leaves the previous file in place.
+      return !DurableFile::write(file, data).has_value();
     } catch (const std::exception&) {
-      // Out of memory while encoding: the save is dropped like any other failed save.
+      return false;  // out of memory while encoding: dropped like any other failed save
     }
   };
-  auto job = std::make_shared<std::packaged_task<void()>>(std::move(task));
-  saveTask_ = job->get_future();
+  auto job = std::make_shared<std::packaged_task<bool()>>(std::move(task));
+  saveTask_ = job->get_future().share();
   try {
     std::thread([job] { (*job)(); }).detach();
   } catch (const std::exception&) {

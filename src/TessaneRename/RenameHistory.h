@@ -10,7 +10,7 @@
 //   - clear: no entries.
 // Every change starts a save. Saves run in the background, one after another (each waits for the
 // previous), so the last written is the newest; each is written atomically and durably. A failed
-// save is ignored: the history in memory stays as it is.
+// save leaves the file as it was and the history in memory as it is; waitForSaves tells of it.
 //
 // The file: a JSON array of {"id", "date", "kind", "moves": [{"source", "destination"}],
 // "isReverted"}, newest first, on one line; the id an upper-case UUID, the date seconds since
@@ -85,8 +85,9 @@ class RenameHistory {
   // "12 files back to their previous names" or "… to their original names".
   static std::string goBackLabel(const Entry& entry);
 
-  // Blocks until every save started so far has finished.
-  void waitForSaves();
+  // Blocks until every save started so far has finished; false when the last one could not be
+  // written (the file then holds an older history). True without a file.
+  bool waitForSaves();
 
   // The file's form, for the file and for tests.
   static std::string encode(const std::vector<Entry>& entries);
@@ -99,7 +100,7 @@ class RenameHistory {
 
   std::vector<Entry> entries_;
   std::optional<std::filesystem::path> file_;
-  std::future<void> saveTask_;
+  std::shared_future<bool> saveTask_;
 };
 
 }  // namespace tessane

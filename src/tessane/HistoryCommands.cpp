@@ -10,8 +10,10 @@
 #include "RenameIO/FileUrl.h"
 #include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/OriginalName.h"
-#include "Shoot.h"
 #include "TessaneRename/BatchRunner.h"
+#include "TessaneRename/Messages.h"
+#include "TessaneRename/RenamePlan.h"
+#include "TessaneRename/Shoot.h"
 #include "TextTable.h"
 #include "Tool.h"
 
@@ -45,49 +47,30 @@ std::string localTime(Date date) {
 int goBack(Tool& tool, const RenameHistory::Entry& entry) {
   const std::size_t count = entry.moves.size();
   LinuxFileRenaming system;
-  Result<AppliedBatch, SafeRenameError> result = [&] {
+  Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::goBack(entry.id, now(), system, tool.history(), tool.journalFolder());
   }();
   if (!result) return reportBatchFailure(tool, result.error());
-  std::cout << count << " files back to their previous names\n";
+  if (!result.value().historySaved) tool.error(Messages::historyNotSaved());
+  std::cout << Messages::filesBackToPrevious(static_cast<std::int64_t>(count)) << "\n";
   return kExitOk;
 }
 
 int undo(Tool& tool) {
-  const RenameHistory::Entry* entry = tool.history().newestNotReverted();
-  if (entry == nullptr) {
-    tool.error("There’s nothing to undo.");
+  const std::optional<RenameHistory::Entry> entry = entryToUndo(tool.history());
+  if (!entry) {
+    tool.error(Messages::nothingToUndo());
     return kExitRefused;
   }
-  const RenameHistory::Entry copy = *entry;
-  return goBack(tool, copy);
+  return goBack(tool, *entry);
 }
 
 int revert(Tool& tool, const std::string& id) {
   // A whole id or the start of one, as `tessane history` shows them.
-  const RenameHistory::Entry* found = nullptr;
-  for (const RenameHistory::Entry& e : tool.history().entries()) {
-    const std::string text = e.id.string();
-    if (text.size() >= id.size() &&
-        unicode::foldCase(text.substr(0, id.size())) == unicode::foldCase(id)) {
-      if (found != nullptr) {
-        tool.error("“" + id + "” names more than one rename; give more of its id.");
-        return kExitUsage;
-      }
-      found = &e;
-    }
-  }
-  if (found == nullptr || id.size() < 4) {
-    tool.error("There’s no rename “" + id + "” in the history.");
-    return kExitRefused;
-  }
-  if (found->isReverted) {
-    tool.error("These files are already back to the names they had before this rename.");
-    return kExitRefused;
-  }
-  const RenameHistory::Entry copy = *found;
-  return goBack(tool, copy);
+  Planned<RenameHistory::Entry> entry = entryToRevert(tool.history(), id);
+  if (!entry) return reportProblem(tool, entry.error());
+  return goBack(tool, entry.value());
 }
 
 int history(Tool& tool, bool json) {
@@ -134,20 +117,18 @@ int restoreOriginals(Tool& tool, const std::vector<std::string>& paths, bool yes
     return kExitUsage;
   }
   ShootRequest request;
-  request.paths = paths;
+  request.paths.assign(paths.begin(), paths.end());
   request.readMetadata = false;
-  std::optional<Shoot> shoot = gatherShoot(request, tool);
-  if (!shoot) return kExitRefused;
-  std::vector<FileMove> moves;
-  for (std::size_t i = 0; i < shoot->subjects.size(); ++i) {
-    const std::optional<std::string>& original = shoot->subjects[i].originalName;
-    if (!original || *original == shoot->subjects[i].name) continue;
-    moves.push_back(FileMove{shoot->paths[i], shoot->paths[i].parent_path() / *original});
-  }
-  if (moves.empty()) {
-    tool.error("These files already have their original names.");
+  GatheredShoot gathered = gatherShoot(request);
+  for (const ShootNotice& notice : gathered.notices)
+    tool.error(Messages::of(notice));
+  if (gathered.problem) {
+    tool.error(Messages::of(*gathered.problem));
     return kExitRefused;
   }
+  Planned<std::vector<FileMove>> planned = originalNameMoves(*gathered.shoot);
+  if (!planned) return reportProblem(tool, planned.error());
+  const std::vector<FileMove>& moves = planned.value();
   if (!yes) {
     TextTable table({"Name", "Original name"});
     for (const FileMove& m : moves)
@@ -159,13 +140,14 @@ int restoreOriginals(Tool& tool, const std::vector<std::string>& paths, bool yes
     }
   }
   LinuxFileRenaming system;
-  Result<AppliedBatch, SafeRenameError> result = [&] {
+  Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::run(moves, RenameHistory::Kind::restoreOriginals, now(), system,
                             tool.history(), tool.journalFolder());
   }();
   if (!result) return reportBatchFailure(tool, result.error());
-  std::cout << moves.size() << " files back to their original names\n";
+  if (!result.value().historySaved) tool.error(Messages::historyNotSaved());
+  std::cout << Messages::filesBackToOriginal(static_cast<std::int64_t>(moves.size())) << "\n";
   return kExitOk;
 }
 

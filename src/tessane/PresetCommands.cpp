@@ -28,32 +28,17 @@ std::optional<PresetStore::Listing> listing(const Tool& tool) {
   return std::move(listed).value();
 }
 
-// What NAME stands for: a preset of the store by its name (exactly, else ignoring case), a file
-// of the store that doesn't decode by its file name, or a preset file given by its path.
-struct Found {
-  std::optional<Preset> preset;
-  std::filesystem::path file;
-  std::string failure;  // the message when the file doesn't decode or can't be read
-};
-
-std::optional<Found> find(const PresetStore::Listing& listed, const std::string& name) {
-  for (const PresetStore::Entry& entry : listed.presets) {
-    if (entry.preset.name == name) return Found{entry.preset, entry.file, {}};
-  }
-  const std::string folded = unicode::foldCase(name);
-  for (const PresetStore::Entry& entry : listed.presets) {
-    if (unicode::foldCase(entry.preset.name) == folded) return Found{entry.preset, entry.file, {}};
-  }
-  for (const PresetStore::Failure& failure : listed.failures) {
-    if (failure.file.stem() == name || failure.file.filename() == name) {
-      return Found{std::nullopt, failure.file, failure.message()};
-    }
+// What NAME stands for (see PresetStore::find), or nullopt after the problem was reported.
+std::optional<PresetStore::Found> find(const Tool& tool, const std::string& name) {
+  Result<PresetStore::Found, PresetStore::LookupError> found = tool.presets().find(name);
+  if (found) return std::move(found).value();
+  if (found.error().kind == PresetStore::LookupError::Kind::listingFailed) {
+    std::string message(PresetStore::kListingFailed);
+    tool.error(message.append(" ").append(found.error().listing.message()));
+  } else {
+    tool.error("There’s no preset named " + inQuotes(name) + ".");
   }
   return std::nullopt;
-}
-
-std::string noPreset(const std::string& name) {
-  return "There’s no preset named " + inQuotes(name) + ".";
 }
 
 int listPresets(const Tool& tool) {
@@ -68,31 +53,10 @@ int listPresets(const Tool& tool) {
 }
 
 int showPreset(const Tool& tool, const std::string& name) {
-  const std::optional<PresetStore::Listing> listed = listing(tool);
-  if (!listed) return kExitRefused;
-  std::optional<Found> found = find(*listed, name);
-  if (!found) {
-    std::error_code error;
-    if (!std::filesystem::exists(name, error)) {
-      tool.error(noPreset(name));
-      return kExitRefused;
-    }
-    auto read = PresetStore::read(name);
-    if (const Preset* preset = std::get_if<Preset>(&read)) {
-      found = Found{*preset, name, {}};
-    } else {
-      std::string message = inQuotes(std::filesystem::path(name).filename().native()) + ": ";
-      if (const auto* presetError = std::get_if<PresetError>(&read)) {
-        message.append(presetError->message());
-      } else {
-        message.append(std::get<IOError>(read).message());
-      }
-      tool.error(message);
-      return kExitRefused;
-    }
-  }
+  const std::optional<PresetStore::Found> found = find(tool, name);
+  if (!found) return kExitRefused;
   if (!found->preset) {
-    tool.error(found->failure);
+    tool.error(found->failure->message());
     return kExitRefused;
   }
   const std::string text = encodePreset(*found->preset);
@@ -137,11 +101,11 @@ int savePreset(Tool& tool, const SaveOptions& options) {
 }
 
 int deletePreset(const Tool& tool, const std::string& name) {
-  const std::optional<PresetStore::Listing> listed = listing(tool);
-  if (!listed) return kExitRefused;
-  const std::optional<Found> found = find(*listed, name);
-  if (!found) {
-    tool.error(noPreset(name));
+  const std::optional<PresetStore::Found> found = find(tool, name);
+  if (!found) return kExitRefused;
+  // Only the presets folder's own files are deleted, never a file named by its path elsewhere.
+  if (found->file.parent_path() != tool.presets().directory()) {
+    tool.error("There’s no preset named " + inQuotes(name) + ".");
     return kExitRefused;
   }
   if (const std::optional<IOError> failed = tool.presets().remove(found->file)) {

@@ -10,9 +10,9 @@
 
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/LinuxFileRenaming.h"
-#include "RenameIO/OriginalName.h"
-#include "Shoot.h"
 #include "TessaneRename/BatchRunner.h"
+#include "TessaneRename/Messages.h"
+#include "TessaneRename/RenamePlan.h"
 #include "TextTable.h"
 #include "Tool.h"
 
@@ -41,12 +41,6 @@ struct PlanOptions {
   CLI::Option* digitsOption = nullptr;
   CLI::Option* missingOption = nullptr;
   CLI::Option* twinKindsOption = nullptr;
-};
-
-struct Plan {
-  Shoot shoot;
-  RenamePreview preview;
-  NamingContext naming;
 };
 
 void addPlanOptions(CLI::App& command, PlanOptions& o) {
@@ -79,115 +73,67 @@ void addPlanOptions(CLI::App& command, PlanOptions& o) {
       ->check(CLI::IsMember({"always", "macDisksOnly", "never"}));
 }
 
-// The rules: a format rule from --template on top of the preset's rules.
-std::optional<RuleStack> stackFor(const PlanOptions& o, Tool& tool, const Preferences& prefs) {
-  RuleStack stack;
-  if (!o.preset.empty()) {
-    std::filesystem::path file(o.preset);
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error)) {
-      const Result<PresetStore::Listing> listing = tool.presets().list();
-      if (!listing) {
-        tool.error(PresetStore::kListingFailed);
-        return std::nullopt;
-      }
-      file.clear();
-      for (const auto& entry : listing.value().presets) {
-        if (entry.preset.name == o.preset) file = entry.file;
-      }
-      for (const auto& entry : listing.value().presets) {
-        if (file.empty() && unicode::foldCase(entry.preset.name) == unicode::foldCase(o.preset)) {
-          file = entry.file;
-        }
-      }
-      if (file.empty()) {
-        tool.error("There’s no preset called “" + o.preset + "”.");
-        return std::nullopt;
-      }
-    }
-    auto read = PresetStore::read(file);
-    if (auto* problem = std::get_if<PresetError>(&read)) {
-      tool.error("“" + unicode::toDisplayable(file.filename().native()) +
-                 "”: " + problem->message());
-      return std::nullopt;
-    }
-    if (auto* problem = std::get_if<IOError>(&read)) {
-      tool.error(problem->message());
-      return std::nullopt;
-    }
-    stack = std::get<Preset>(std::move(read)).stack;
-  }
-  if (!o.templateText.empty()) {
-    Counter counter;
-    counter.start = o.startOption->count() > 0 ? o.counterStart : prefs.counterStart();
-    counter.step = o.counterStep;
-    counter.padding = o.digitsOption->count() > 0 ? o.counterDigits : prefs.counterDigits();
-    counter.reset = counterResetFromRawValue(o.counterReset).value_or(CounterReset::never);
-    Rule format;
-    format.action = {RuleAction::Format{NameFormat{o.templateText, counter}}};
-    stack.rules.insert(stack.rules.begin(), format);
-  }
-  return stack;
-}
-
-std::optional<Plan> plan(const PlanOptions& o, Tool& tool) {
-  if (o.templateText.empty() && o.preset.empty()) {
-    tool.error("Give the new names with --template or --preset.");
-    return std::nullopt;
-  }
-  const Preferences prefs = tool.preferences();
-  std::optional<RuleStack> stack = stackFor(o, tool, prefs);
-  if (!stack) return std::nullopt;
-
-  Plan p;
-  const std::string missing =
-      o.missingOption->count() > 0 ? o.missingText : tool.bodies().missingText();
-  if (o.timeZone.empty()) {
-    p.naming = NamingContext::systemDefault();
-    p.naming.missingText = missing;
-  } else if (auto zone = NamingContext::inZone(o.timeZone, missing)) {
-    p.naming = std::move(*zone);
-  } else {
-    tool.error("“" + o.timeZone + "” isn’t a time zone (try Europe/Rome or UTC).");
-    return std::nullopt;
-  }
-
-  const Preferences& settings = prefs;
-  std::set<TwinKind> kinds = settings.twinKinds();
+// The options as the workflow takes them; what wasn't given comes from the settings.
+RenameOptions optionsOf(const PlanOptions& o) {
+  RenameOptions r;
+  r.templateText = o.templateText;
+  r.preset = o.preset;
+  if (o.startOption->count() > 0) r.counterStart = o.counterStart;
+  r.counterStep = o.counterStep;
+  if (o.digitsOption->count() > 0) r.counterDigits = o.counterDigits;
+  r.counterReset = counterResetFromRawValue(o.counterReset);
+  if (!o.order.empty()) r.order = batchOrderFromRawValue(o.order);
+  if (!o.duplicates.empty()) r.duplicates = duplicatePolicyFromRawValue(o.duplicates);
+  r.keepTwinsTogether = !o.noTwins;
   if (o.twinKindsOption->count() > 0) {
-    kinds.clear();
+    std::set<TwinKind> kinds;
     for (const std::string& k : o.twinKinds)
       kinds.insert(*twinKindFromRawValue(k));
+    r.twinKinds = std::move(kinds);
   }
-  TwinOptions twins =
-      TwinOptions::forKinds(kinds.count(TwinKind::images) > 0, kinds.count(TwinKind::video) > 0,
-                            kinds.count(TwinKind::sidecars) > 0);
-  twins.isEnabled = !o.noTwins;
+  r.timeZone = o.timeZone;
+  if (o.missingOption->count() > 0) r.missingText = o.missingText;
+  if (!o.originalNames.empty()) r.originalNames = originalNamesFromRawValue(o.originalNames);
+  return r;
+}
 
-  ShootRequest request;
-  request.paths = o.paths;
-  request.zone = p.naming.zone.get();
+std::optional<RenamePlan> plan(const PlanOptions& o, Tool& tool) {
+  const RenameOptions options = optionsOf(o);
+  Planned<RenameSettings> settings = resolveSettings(options, tool.preferences());
+  if (!settings) {
+    reportProblem(tool, settings.error());
+    return std::nullopt;
+  }
+  Planned<RuleStack> stack = stackFor(options, settings.value(), tool.presets());
+  if (!stack) {
+    reportProblem(tool, stack.error());
+    return std::nullopt;
+  }
+  PlanRequest request;
+  request.paths.assign(o.paths.begin(), o.paths.end());
+  request.stack = std::move(stack.value());
+  request.settings = std::move(settings.value());
   request.bodies = &tool.bodies().bodies();
-  request.twins = &twins;
-  const std::set<TemplateVariable> variables = variablesUsed(*stack);
-  request.scope = MetadataScope::forVariables(variables);
-  request.readOriginalNames = variables.count(TemplateVariable::original) > 0;
-  std::optional<Shoot> shoot = gatherShoot(request, tool);
-  if (!shoot) return std::nullopt;
-  p.shoot = std::move(*shoot);
 
-  PreviewRequest preview;
-  preview.subjects = p.shoot.subjects;
-  preview.stack = std::move(*stack);
-  preview.twins = twins;
-  preview.order = !o.order.empty() ? *batchOrderFromRawValue(o.order)
-                                   : prefs.batchOrder().value_or(BatchOrder::captureTime);
-  preview.duplicates =
-      !o.duplicates.empty() ? *duplicatePolicyFromRawValue(o.duplicates) : prefs.duplicatePolicy();
-  preview.folders = p.shoot.folders;
-  preview.naming = p.naming;
-  p.preview = buildPreview(preview);
-  return p;
+  InterruptWatch watch;
+  request.stop = watch.token();
+  std::size_t shown = 0;
+  request.progress = [&](std::size_t done, std::size_t total) {
+    if (total < 200 || !tool.terminal().errIsTerminal) return;
+    if (done % 100 == 0 || done == total) {
+      std::fprintf(stderr, "\rReading metadata: %zu of %zu", done, total);
+      shown = done;
+    }
+  };
+  Planned<RenamePlan> planned = planRename(request);
+  if (shown > 0) std::fputs("\r\x1b[K", stderr);
+  if (!planned) {
+    reportProblem(tool, planned.error());
+    return std::nullopt;
+  }
+  for (const ShootNotice& notice : planned.value().notices)
+    tool.error(Messages::of(notice));
+  return std::move(planned.value());
 }
 
 std::vector<std::string> messagesOf(const PlannedRename& row, std::string_view missingText) {
@@ -199,7 +145,7 @@ std::vector<std::string> messagesOf(const PlannedRename& row, std::string_view m
   return out;
 }
 
-void printJson(const Plan& p) {
+void printJson(const RenamePlan& p) {
   Json items = Json::array();
   std::size_t changed = 0;
   std::size_t errors = 0;
@@ -209,7 +155,7 @@ void printJson(const Plan& p) {
       errorTexts.push_back(e.message());
     Json warningTexts = Json::array();
     for (const PreviewWarning& w : row.warnings)
-      warningTexts.push_back(w.message(p.naming.missingText));
+      warningTexts.push_back(w.message(p.settings.naming.missingText));
     items.push_back(Json{{"path", p.shoot.paths[row.subjectIndex].native()},
                          {"name", p.shoot.subjects[row.subjectIndex].name},
                          {"newName", row.newName.fullName()},
@@ -223,7 +169,7 @@ void printJson(const Plan& p) {
   std::cout << document.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
 }
 
-void printTable(const Plan& p, const Terminal& terminal) {
+void printTable(const RenamePlan& p, const Terminal& terminal) {
   TextTable table({"Name", "New name", "Status", "Message"});
   std::size_t toRename = 0, unchanged = 0, warnings = 0, errors = 0;
   for (const PlannedRename& row : p.preview.items) {
@@ -245,7 +191,7 @@ void printTable(const Plan& p, const Terminal& terminal) {
         break;
     }
     if (row.changes && row.errors.empty()) ++toRename;
-    const std::vector<std::string> messages = messagesOf(row, p.naming.missingText);
+    const std::vector<std::string> messages = messagesOf(row, p.settings.naming.missingText);
     std::string message = messages.empty() ? "" : messages.front();
     if (messages.size() > 1) message += " (+" + std::to_string(messages.size() - 1) + ")";
     table.add({p.shoot.subjects[row.subjectIndex].name, row.changes ? row.newName.fullName() : "",
@@ -259,7 +205,7 @@ void printTable(const Plan& p, const Terminal& terminal) {
 }
 
 int runPreview(const PlanOptions& o, Tool& tool) {
-  std::optional<Plan> p = plan(o, tool);
+  std::optional<RenamePlan> p = plan(o, tool);
   if (!p) return kExitRefused;
   if (o.json) {
     printJson(*p);
@@ -275,30 +221,16 @@ int runRename(const PlanOptions& o, Tool& tool) {
     tool.error("Without a terminal to confirm on, give --yes to rename.");
     return kExitUsage;
   }
-  std::optional<Plan> p = plan(o, tool);
+  std::optional<RenamePlan> p = plan(o, tool);
   if (!p) return kExitRefused;
   if (p->preview.hasErrors()) {
     printTable(*p, tool.terminal());
-    tool.error("Fix the errors before renaming.");
+    tool.error(Messages::fixErrorsFirst());
     return kExitRefused;
   }
-  // The moves name absolute paths, as the history keeps them; each folder is resolved once.
-  std::vector<FileMove> moves;
-  std::filesystem::path givenFolder, absoluteFolder;
-  for (std::size_t r : p->preview.changedFiles) {
-    const PlannedRename& row = p->preview.items[r];
-    const std::filesystem::path& given = p->shoot.paths[row.subjectIndex];
-    if (moves.empty() || given.parent_path() != givenFolder) {
-      givenFolder = given.parent_path();
-      std::error_code ignored;
-      absoluteFolder = givenFolder.empty() ? std::filesystem::current_path(ignored)
-                                           : std::filesystem::absolute(givenFolder, ignored);
-    }
-    moves.push_back(
-        FileMove{absoluteFolder / given.filename(), absoluteFolder / row.newName.fullName()});
-  }
+  const std::vector<FileMove> moves = movesOf(p->preview, p->shoot.paths);
   if (moves.empty()) {
-    tool.error("There’s nothing to rename.");
+    tool.error(Messages::nothingToRename());
     return kExitRefused;
   }
   if (!o.yes) {
@@ -309,24 +241,17 @@ int runRename(const PlanOptions& o, Tool& tool) {
     }
   }
 
-  const Preferences prefs = tool.preferences();
-  const OriginalNames keepOriginals = !o.originalNames.empty()
-                                          ? *originalNamesFromRawValue(o.originalNames)
-                                          : prefs.originalNames();
   LinuxFileRenaming system;
-  Result<AppliedBatch, SafeRenameError> result = [&] {
+  Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::run(
         moves, RenameHistory::Kind::rename,
         std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::system_clock::now()),
-        system, tool.history(), tool.journalFolder());
+        system, tool.history(), tool.journalFolder(), p->settings.originalNames);
   }();
   if (!result) return reportBatchFailure(tool, result.error());
-  // Each file keeps the name it had before its first rename, where the setting allows.
-  if (keepOriginals != OriginalNames::never) {
-    OriginalName::rememberAll(moves, keepOriginals == OriginalNames::macDisksOnly);
-  }
-  std::cout << moves.size() << " files renamed\n";
+  if (!result.value().historySaved) tool.error(Messages::historyNotSaved());
+  std::cout << Messages::filesRenamed(static_cast<std::int64_t>(moves.size())) << "\n";
   return kExitOk;
 }
 

@@ -12,8 +12,9 @@
 #include <iostream>
 
 #include "RenameEngine/Unicode.h"
-#include "RenameIO/DataFolder.h"
-#include "RenameIO/SafeRenameError.h"
+#include "TessaneRename/BatchRunner.h"
+#include "TessaneRename/Messages.h"
+#include "TessaneRename/RenamePlan.h"
 
 namespace tessane::cli {
 
@@ -41,38 +42,6 @@ std::string Terminal::paint(std::string_view text, const char* code) const {
 }
 
 Tool::Tool() : terminal_(Terminal::detect()) {}
-Tool::~Tool() {
-  if (history_) history_->waitForSaves();
-  if (settings_) settings_->sync();
-}
-
-QSettings& Tool::settings() {
-  if (!settings_) settings_ = openAppSettings();
-  return *settings_;
-}
-
-Preferences Tool::preferences() {
-  return Preferences(settings());
-}
-
-BodyTable& Tool::bodies() {
-  if (!bodies_) bodies_ = std::make_unique<BodyTable>(settings());
-  return *bodies_;
-}
-
-RenameHistory& Tool::history() {
-  if (!history_)
-    history_ = std::make_unique<RenameHistory>(RenameHistory::load(DataFolder::historyFile()));
-  return *history_;
-}
-
-PresetStore Tool::presets() const {
-  return PresetStore::standard();
-}
-
-std::filesystem::path Tool::journalFolder() const {
-  return DataFolder::journalFolder();
-}
 
 void Tool::error(std::string_view message) const {
   std::cerr << "tessane: " << message << "\n";
@@ -87,8 +56,7 @@ bool Tool::confirm(std::string_view question) const {
 }
 
 std::string inQuotes(std::string_view text) {
-  std::string out = "“";
-  return out.append(unicode::toDisplayable(text)).append("”");
+  return Messages::quoted(text);
 }
 
 struct HoldInterrupts::Saved {
@@ -129,36 +97,20 @@ InterruptWatch::~InterruptWatch() {
   pthread_sigmask(SIG_SETMASK, &previous_, nullptr);
 }
 
-int reportBatchFailure(const Tool& tool, const SafeRenameError& e) {
-  const std::string name = inQuotes(e.url.filename().native());
-  switch (e.kind) {
-    case SafeRenameError::Case::sourceMissing:
-      tool.error(name + " is no longer in the folder.");
-      return kExitRefused;
-    case SafeRenameError::Case::notSameFolder:
-      tool.error("Couldn’t rename " + name + ".");
-      return kExitRefused;
-    case SafeRenameError::Case::duplicateDestination:
-      tool.error("Two files would be called " + name + ".");
-      return kExitRefused;
-    case SafeRenameError::Case::destinationExists:
-      tool.error("There’s already a file called " + name +
-                 " in the folder. Rename or move it and try again.");
-      return kExitRefused;
-    case SafeRenameError::Case::failed:
-      break;
-  }
-  if (e.stranded.empty()) {
-    tool.error("Couldn’t rename " + name +
-               ". It may be in use by another app: close it and try again.");
-    return kExitRefused;
-  }
-  tool.error("Some files couldn’t go back to their names");
-  for (const FileMove& m : e.stranded) {
+int reportBatchFailure(const Tool& tool, const BatchRunner::Failure& failure) {
+  tool.error(Messages::of(failure));
+  const std::vector<FileMove>& stranded = failure.error.stranded;
+  if (failure.kind != BatchRunner::Failure::Kind::renamer || stranded.empty()) return kExitRefused;
+  for (const FileMove& m : stranded) {
     std::cerr << unicode::toDisplayable(m.source.native()) << " → "
               << unicode::toDisplayable(m.destination.filename().native()) << "\n";
   }
   return kExitPartial;
+}
+
+int reportProblem(const Tool& tool, const PlanProblem& problem) {
+  tool.error(Messages::of(problem));
+  return problem.kind == PlanProblem::Kind::ambiguousEntry ? kExitUsage : kExitRefused;
 }
 
 }  // namespace tessane::cli

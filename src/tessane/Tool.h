@@ -1,7 +1,7 @@
 // What every command of the `tessane` tool shares: exit codes, the terminal, and the user's own
-// files (settings, history, presets, camera bodies, the crash journal), the same ones the
-// application uses, so that a rename made here can be undone there and the other way round.
-// Settings and data follow XDG_CONFIG_HOME and XDG_DATA_HOME.
+// files (settings, history, presets, camera bodies, the crash journal), through the same
+// application context the windows use, so that a rename made here can be undone there and the
+// other way round.
 #pragma once
 
 #include <signal.h>
@@ -14,10 +14,7 @@
 #include <string_view>
 #include <thread>
 
-#include "RenameIO/PresetStore.h"
-#include "TessaneRename/BodyTable.h"
-#include "TessaneRename/Preferences.h"
-#include "TessaneRename/RenameHistory.h"
+#include "TessaneRename/AppContext.h"
 
 namespace CLI {
 class App;
@@ -25,8 +22,11 @@ class App;
 class QSettings;
 
 namespace tessane {
-struct SafeRenameError;
+struct PlanProblem;
+namespace BatchRunner {
+struct Failure;
 }
+}  // namespace tessane
 
 namespace tessane::cli {
 
@@ -49,15 +49,15 @@ struct Terminal {
 class Tool {
  public:
   Tool();
-  ~Tool();
 
   const Terminal& terminal() const { return terminal_; }
-  QSettings& settings();
-  Preferences preferences();
-  BodyTable& bodies();
-  RenameHistory& history();  // loaded from History.json on first use
-  PresetStore presets() const;
-  std::filesystem::path journalFolder() const;
+  AppContext& app() { return app_; }
+  QSettings& settings() { return app_.settings(); }
+  Preferences preferences() { return app_.preferences(); }
+  BodyTable& bodies() { return app_.bodies(); }
+  RenameHistory& history() { return app_.history(); }  // loaded from History.json on first use
+  PresetStore presets() const { return app_.presets(); }
+  std::filesystem::path journalFolder() const { return app_.journalFolder(); }
 
   // "tessane: " + message on standard error.
   void error(std::string_view message) const;
@@ -66,9 +66,7 @@ class Tool {
 
  private:
   Terminal terminal_;
-  std::unique_ptr<QSettings> settings_;
-  std::unique_ptr<BodyTable> bodies_;
-  std::unique_ptr<RenameHistory> history_;
+  AppContext app_;
 };
 
 // `text` in curly quotes, bytes that are not UTF-8 shown as U+FFFD: “DSC_0001.ARW”.
@@ -108,9 +106,11 @@ class InterruptWatch {
   std::thread watcher_;
 };
 
-// Reports a batch the safe renamer refused or could not finish in the system's words, and
-// returns the exit code: kExitPartial with the stranded files listed, else kExitRefused.
-int reportBatchFailure(const Tool& tool, const SafeRenameError& error);
+// Reports a batch that was refused or could not finish in the system's words, and returns the
+// exit code: kExitPartial with the stranded files listed, else kExitRefused.
+int reportBatchFailure(const Tool& tool, const BatchRunner::Failure& failure);
+// Reports a problem of planning and returns kExitRefused (kExitUsage for an ambiguous id).
+int reportProblem(const Tool& tool, const PlanProblem& problem);
 
 // Each family of commands adds its subcommands to the app; a command's callback stores its exit
 // code in `exitCode`.

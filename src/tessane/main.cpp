@@ -5,27 +5,16 @@
 #include <cstdio>
 #include <string>
 
-#include "RenameIO/CrashRecovery.h"
-#include "RenameIO/DataFolder.h"
-#include "RenameIO/LinuxFileRenaming.h"
 #include "Tool.h"
-
-namespace {
 
 using namespace tessane;
 
-// A batch that a killed process left half done is put back before anything else happens.
-void recoverInterruptedBatches() {
-  LinuxFileRenaming system;
-  const RecoveryReport report = CrashRecovery::recoverJournals(DataFolder::journalFolder(), system);
-  if (!report.empty()) std::fprintf(stderr, "tessane: %s", report.summary().c_str());
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-  recoverInterruptedBatches();
   cli::Tool tool;
+  // A batch that a killed process left half done is put back before anything else happens.
+  if (const RecoveryReport report = tool.app().start(); !report.empty()) {
+    std::fprintf(stderr, "tessane: %s", report.summary().c_str());
+  }
   int exitCode = cli::kExitOk;
   CLI::App app{
       "Tessane Rename: new names for photos, videos and their sidecars, built from the shooting "

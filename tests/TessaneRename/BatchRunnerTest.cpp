@@ -15,8 +15,11 @@
 
 #include "FileContents.h"
 #include "RenameIO/CrashRecovery.h"
+#include "RenameIO/FakeFileRenaming.h"
 #include "RenameIO/LinuxFileRenaming.h"
+#include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
+#include "TessaneRename/Preferences.h"
 #include "TextJoin.h"
 
 namespace tessane {
@@ -60,14 +63,108 @@ TEST(BatchRunner, NoJournalNoBatch) {
   photos.file("a.jpg", "a");
   data.file("Journal", "a file where the folder should be");
   RenameHistory history;
-  Result<AppliedBatch, SafeRenameError> r = BatchRunner::run(
+  Result<BatchRunner::Done, BatchRunner::Failure> r = BatchRunner::run(
       {{photos.path() / "a.jpg", photos.path() / "b.jpg"}}, RenameHistory::Kind::rename, kDate,
       system, history, data.path() / "Journal");
   ASSERT_FALSE(r.ok());
-  EXPECT_EQ(r.error().kind, SafeRenameError::Case::failed);
-  EXPECT_TRUE(r.error().cause);
+  EXPECT_EQ(r.error().error.kind, SafeRenameError::Case::failed);
+  EXPECT_TRUE(r.error().error.cause);
   EXPECT_EQ(folderContents(photos.path()), (std::map<std::string, std::string>{{"a.jpg", "a"}}));
   EXPECT_TRUE(history.entries().empty());
+}
+
+TEST(BatchRunner, KeepsTheJournalWhenTheHistoryCantBeSaved) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  photos.file("a.jpg", "a");
+  data.file("blocked", "a file where the history's folder should be");
+  RenameHistory history(data.path() / "blocked" / "History.json");
+  const fs::path journals = data.path() / "Journal";
+  auto done = BatchRunner::run({{photos.path() / "a.jpg", photos.path() / "b.jpg"}},
+                               RenameHistory::Kind::rename, kDate, system, history, journals);
+  ASSERT_TRUE(done.ok());
+  EXPECT_FALSE(done.value().historySaved);
+  EXPECT_EQ(entriesIn(journals), 1u) << "the journal is the batch's only record";
+
+  // The next start puts the file back, since nothing else could.
+  CrashRecovery::recoverJournals(journals, system);
+  EXPECT_EQ(folderContents(photos.path()), (std::map<std::string, std::string>{{"a.jpg", "a"}}));
+}
+
+TEST(BatchRunner, ABatchThatStrandsFilesIsRecordedAsFarAsItWent) {
+  TempFolder data;
+  testing::FakeFileRenaming system;
+  const fs::path dir = "/card/DCIM";
+  system.add(dir / "a.jpg", "a");
+  system.add(dir / "b.jpg", "b");
+  system.diesAt = 4;  // the second file's last move fails, and so does every move back
+  RenameHistory history;
+  auto r = BatchRunner::run({{dir / "a.jpg", dir / "x.jpg"}, {dir / "b.jpg", dir / "y.jpg"}},
+                            RenameHistory::Kind::rename, kDate, system, history,
+                            data.path() / "Journal");
+  ASSERT_FALSE(r.ok());
+  ASSERT_EQ(r.error().error.stranded.size(), 2u);
+  ASSERT_EQ(history.entries().size(), 1u);
+  const RenameHistory::Entry& entry = history.entries()[0];
+  ASSERT_EQ(entry.moves.size(), 2u);
+  // Each move goes from the file's own name to where it was left.
+  EXPECT_EQ(entry.moves[0].source, dir / "a.jpg");
+  EXPECT_EQ(entry.moves[0].destination, dir / "x.jpg");
+  EXPECT_EQ(entry.moves[1].source, dir / "b.jpg");
+  EXPECT_TRUE(system.fileExists(entry.moves[1].destination));
+
+  // Going back from it, once the disk answers again, puts both files home.
+  system.diesAt = 0;
+  ASSERT_TRUE(BatchRunner::goBack(entry.id, kDate, system, history, data.path() / "J2").ok());
+  EXPECT_TRUE(system.fileExists(dir / "a.jpg") && system.fileExists(dir / "b.jpg"));
+}
+
+TEST(BatchRunner, GoingBackRefusesUnknownAndRevertedEntries) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  photos.file("a.jpg", "a");
+  RenameHistory history;
+  const fs::path journals = data.path() / "Journal";
+  auto unknown = BatchRunner::goBack(Uuid::random(), kDate, system, history, journals);
+  ASSERT_FALSE(unknown.ok());
+  EXPECT_EQ(unknown.error().kind, BatchRunner::Failure::Kind::unknownEntry);
+
+  ASSERT_TRUE(BatchRunner::run({{photos.path() / "a.jpg", photos.path() / "b.jpg"}},
+                               RenameHistory::Kind::rename, kDate, system, history, journals)
+                  .ok());
+  const Uuid id = history.entries()[0].id;
+  ASSERT_TRUE(BatchRunner::goBack(id, kDate, system, history, journals).ok());
+  photos.file("b.jpg", "another file, not the one renamed");
+  auto again = BatchRunner::goBack(id, kDate, system, history, journals);
+  ASSERT_FALSE(again.ok());
+  EXPECT_EQ(again.error().kind, BatchRunner::Failure::Kind::alreadyReverted);
+  EXPECT_EQ(folderContents(photos.path()),
+            (std::map<std::string, std::string>{{"a.jpg", "a"},
+                                                {"b.jpg", "another file, not the one renamed"}}));
+}
+
+TEST(BatchRunner, RemembersTheCamerasNamesAsTheSettingSays) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  photos.file("probe", "");
+  OriginalName::remember(photos.path() / "probe", "x");
+  if (!OriginalName::read(photos.path() / "probe")) {
+    GTEST_SKIP() << "this file system keeps no user attributes";
+  }
+  photos.file("DSC_1.jpg", "a");
+  photos.file("DSC_2.jpg", "b");
+  RenameHistory history;
+  const fs::path journals = data.path() / "Journal";
+  ASSERT_TRUE(BatchRunner::run({{photos.path() / "DSC_1.jpg", photos.path() / "one.jpg"}},
+                               RenameHistory::Kind::rename, kDate, system, history, journals,
+                               OriginalNames::always)
+                  .ok());
+  EXPECT_EQ(OriginalName::read(photos.path() / "one.jpg"), "DSC_1.jpg");
+  ASSERT_TRUE(BatchRunner::run({{photos.path() / "DSC_2.jpg", photos.path() / "two.jpg"}},
+                               RenameHistory::Kind::rename, kDate, system, history, journals,
+                               OriginalNames::never)
+                  .ok());
+  EXPECT_EQ(OriginalName::read(photos.path() / "two.jpg"), std::nullopt);
 }
 
 // A real rename of a few thousand files in a child process, killed with SIGKILL at random moments;

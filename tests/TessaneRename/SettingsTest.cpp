@@ -88,6 +88,25 @@ TEST_F(Settings, ValuesSurviveTheNextStart) {
   EXPECT_FALSE(store().contains("appLanguage"));
 }
 
+TEST_F(Settings, NoTwinKindsStaysNone) {
+  Preferences(store()).setTwinKinds({});
+  reopen();
+  Preferences p(store());
+  EXPECT_EQ(p.twinKinds(), std::set<TwinKind>{});
+  EXPECT_TRUE(p.twinOptions().extensions.count("arw")) << "the RAW still leads its group";
+  EXPECT_FALSE(p.twinOptions().extensions.count("jpg") || p.twinOptions().extensions.count("xmp"));
+}
+
+TEST_F(Settings, MissingTextHasOneOwner) {
+  BodyTable table(store());
+  Preferences(store()).setMissingText("newer");
+  table.setTag("123456", "A");  // a body change must not write back an older missing text
+  EXPECT_EQ(Preferences(store()).missingText(), "newer");
+  EXPECT_EQ(table.missingText(), "newer");
+  table.setMissingText("from the table");
+  EXPECT_EQ(Preferences(store()).missingText(), "from the table");
+}
+
 TEST_F(Settings, BodyTableKeepsWhatIsStoredAndRefusesBadImports) {
   int changes = 0;
   {

@@ -1,0 +1,180 @@
+#include "Messages.h"
+
+#include <QCoreApplication>
+#include <QString>
+
+#include <cstring>
+#include <system_error>
+
+#include "RenameEngine/Unicode.h"
+
+namespace tessane::Messages {
+namespace {
+
+std::string tr(const char* text) {
+  return QCoreApplication::translate("Messages", text).toStdString();
+}
+
+// A text with "%1" (and "%2") filled in.
+std::string tr(const char* text, std::string_view first, std::string_view second = {}) {
+  QString out = QCoreApplication::translate("Messages", text)
+                    .arg(QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size())));
+  if (std::strstr(text, "%2") != nullptr) {
+    out = out.arg(QString::fromUtf8(second.data(), static_cast<qsizetype>(second.size())));
+  }
+  return out.toStdString();
+}
+
+std::string count(std::int64_t n) {
+  return std::to_string(n);
+}
+
+std::string nameOf(const std::filesystem::path& path) {
+  const std::filesystem::path name = path.filename();
+  return Messages::quoted((name.empty() ? path : name).native());
+}
+
+}  // namespace
+
+std::string quoted(std::string_view name) {
+  std::string out = "“";
+  return out.append(unicode::toDisplayable(name)).append("”");
+}
+
+std::string of(const SafeRenameError& e) {
+  switch (e.kind) {
+    case SafeRenameError::Case::sourceMissing:
+      return tr("%1 is no longer in the folder.", nameOf(e.url));
+    case SafeRenameError::Case::notSameFolder:
+      return tr("Couldn’t rename %1.", nameOf(e.move.source));
+    case SafeRenameError::Case::duplicateDestination:
+      return tr("Two files would be called %1.", nameOf(e.url));
+    case SafeRenameError::Case::destinationExists:
+      return tr("There’s already a file called %1 in the folder. Rename or move it and try again.",
+                nameOf(e.url));
+    case SafeRenameError::Case::failed:
+      break;
+  }
+  if (!e.stranded.empty()) return someFilesStuck();
+  return tr("Couldn’t rename %1. It may be in use by another app: close it and try again.",
+            nameOf(e.url));
+}
+
+std::string of(const BatchRunner::Failure& failure) {
+  switch (failure.kind) {
+    case BatchRunner::Failure::Kind::renamer:
+      return of(failure.error);
+    case BatchRunner::Failure::Kind::unknownEntry:
+      return tr("That rename is no longer in the history.");
+    case BatchRunner::Failure::Kind::alreadyReverted:
+      return tr("These files are already back to the names they had before this rename.");
+  }
+  return {};
+}
+
+std::string of(const PlanProblem& p) {
+  using Kind = PlanProblem::Kind;
+  switch (p.kind) {
+    case Kind::noRules:
+      return tr("Give the new names with a template or a preset.");
+    case Kind::unknownZone:
+      return tr("“%1” isn’t a time zone (try Europe/Rome or UTC).", p.text);
+    case Kind::presetListing:
+      return tr("Couldn’t read the presets.") + " " + p.io.message();
+    case Kind::presetNotFound:
+      return tr("There’s no preset named %1.", Messages::quoted(p.text));
+    case Kind::presetUnreadable:
+      return p.preset ? p.preset->message() : tr("Couldn’t read the presets.");
+    case Kind::shoot:
+      return p.shoot ? of(*p.shoot) : std::string();
+    case Kind::nothingToRename:
+      return nothingToRename();
+    case Kind::previewErrors:
+      return fixErrorsFirst();
+    case Kind::noOriginalNames:
+      return alreadyOriginalNames();
+    case Kind::unknownEntry:
+      return tr("There’s no rename %1 in the history.", Messages::quoted(p.text));
+    case Kind::ambiguousEntry:
+      return tr("%1 names more than one rename; give more of its id.", Messages::quoted(p.text));
+    case Kind::alreadyReverted:
+      return tr("These files are already back to the names they had before this rename.");
+  }
+  return {};
+}
+
+std::string of(const ShootProblem& p) {
+  switch (p.kind) {
+    case ShootProblem::Kind::pathMissing:
+      return tr("%1 doesn’t exist.", Messages::quoted(p.path.native()));
+    case ShootProblem::Kind::notRenamable:
+      return tr("%1 isn’t a file or a folder that can be renamed.",
+                Messages::quoted(p.path.native()));
+    case ShootProblem::Kind::folderUnreadable:
+      return folderUnreadable(p.path) + " " + std::generic_category().message(p.code);
+    case ShootProblem::Kind::stopped:
+      return tr("Stopped: nothing was renamed.");
+  }
+  return {};
+}
+
+std::string of(const ShootNotice& n) {
+  switch (n.kind) {
+    case ShootNotice::Kind::nameNotText:
+      return tr("%1: This file’s name can’t be read as text, so it won’t be renamed",
+                Messages::quoted(n.path.filename().native()));
+    case ShootNotice::Kind::readerUnavailable:
+      return n.text;
+  }
+  return {};
+}
+
+std::string dropSomething() {
+  return tr("Drop a folder or some files.");
+}
+std::string folderUnreadable(const std::filesystem::path& folder) {
+  return tr("Couldn’t open the folder %1.", nameOf(folder));
+}
+std::string folderAccessPrompt(const std::filesystem::path& folder) {
+  return tr("To see all the photos in %1, let Tessane Rename open the folder.", nameOf(folder));
+}
+std::string nothingToRename() {
+  return tr("There’s nothing to rename.");
+}
+std::string fixErrorsFirst() {
+  return tr("Fix the errors before renaming.");
+}
+std::string nothingToUndo() {
+  return tr("There’s nothing to undo.");
+}
+std::string alreadyOriginalNames() {
+  return tr("These files already have their original names.");
+}
+std::string addFolderToGoBack() {
+  return tr("Add the folder to the list to go back.");
+}
+std::string historyNotSaved() {
+  return tr(
+      "The files were renamed, but the history couldn’t be saved (is the disk full?). Until it "
+      "can be, their batch is kept aside: the next start puts the files back to their names.");
+}
+std::string foldersSelected(std::int64_t n) {
+  return tr("%1 folders selected", count(n));
+}
+std::string filesRenamed(std::int64_t n) {
+  return tr("%1 files renamed", count(n));
+}
+std::string filesBackToPrevious(std::int64_t n) {
+  return tr("%1 files back to their previous names", count(n));
+}
+std::string filesBackToOriginal(std::int64_t n) {
+  return tr("%1 files back to their original names", count(n));
+}
+std::string noFileChanged() {
+  return tr("No file was changed");
+}
+std::string someFilesStuck() {
+  return tr("Some files couldn’t go back to their names");
+}
+
+}  // namespace tessane::Messages

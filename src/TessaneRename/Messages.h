@@ -1,0 +1,47 @@
+// The texts users read about the workflow, made in one place so that every front end says the
+// same thing and the interface's translations reach all of them. Each goes through
+// QCoreApplication::translate (context "Messages"); with no translation installed the English
+// text is returned. Names are shown in curly quotes, with bytes that are not UTF-8 as U+FFFD.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "RenameIO/SafeRenameError.h"
+#include "TessaneRename/BatchRunner.h"
+#include "TessaneRename/RenamePlan.h"
+#include "TessaneRename/Shoot.h"
+
+namespace tessane::Messages {
+
+// “name”, the name displayable.
+std::string quoted(std::string_view name);
+
+std::string of(const SafeRenameError& error);
+std::string of(const BatchRunner::Failure& failure);
+std::string of(const PlanProblem& problem);
+std::string of(const ShootProblem& problem);
+std::string of(const ShootNotice& notice);
+
+// The folder model's own.
+std::string dropSomething();  // nothing usable was opened
+std::string folderUnreadable(const std::filesystem::path& folder);
+std::string folderAccessPrompt(const std::filesystem::path& folder);
+std::string nothingToRename();
+std::string fixErrorsFirst();
+std::string nothingToUndo();
+std::string alreadyOriginalNames();
+std::string addFolderToGoBack();
+std::string historyNotSaved();  // the batch was made, its record could not be written
+std::string foldersSelected(std::int64_t count);
+
+// Toasts after a batch.
+std::string filesRenamed(std::int64_t count);
+std::string filesBackToPrevious(std::int64_t count);
+std::string filesBackToOriginal(std::int64_t count);
+std::string noFileChanged();
+std::string someFilesStuck();
+
+}  // namespace tessane::Messages
