@@ -44,32 +44,61 @@ Failure renamerFailure(SafeRenameError error) {
 
 }  // namespace
 
+Applied apply(const std::vector<FileMove>& moves, Date date, SystemFileRenaming& fs,
+              const std::filesystem::path& journalFolder,
+              std::optional<OriginalNames> keepOriginals) {
+  Applied applied;
+  applied.result = applyJournaled(moves, date, fs, journalFolder, applied.journal);
+  if (!applied.result) {
+    // What could not be put back stays recorded, so that it can be gone back from later.
+    applied.toRecord = movesLeftMade(applied.result.error().stranded);
+    return applied;
+  }
+  applied.toRecord = moves;
+  // Each file keeps the name it had before its first rename, where the setting allows.
+  if (!moves.empty() && keepOriginals && *keepOriginals != OriginalNames::never) {
+    OriginalName::rememberAll(moves, *keepOriginals == OriginalNames::macDisksOnly);
+  }
+  return applied;
+}
+
+Applied applyGoingBack(const RenameHistory::Entry& entry, Date date, SystemFileRenaming& fs,
+                       const std::filesystem::path& journalFolder) {
+  Applied applied;
+  const std::vector<FileMove> moves = RenameHistory::reversal(entry);
+  applied.result = applyJournaled(moves, date, fs, journalFolder, applied.journal);
+  if (applied.result) applied.revertedEntry = entry.id;
+  return applied;
+}
+
+std::shared_future<bool> record(const Applied& applied, RenameHistory::Kind kind, Date date,
+                                RenameHistory& history) {
+  if (applied.revertedEntry) {
+    history.markReverted(*applied.revertedEntry);
+  } else if (!applied.toRecord.empty()) {
+    history.add(kind, applied.toRecord, date);
+  } else {
+    std::promise<bool> nothing;
+    nothing.set_value(true);
+    return nothing.get_future().share();
+  }
+  return history.lastSave();
+}
+
+Result<Done, Failure> settle(Applied applied, const std::shared_future<bool>& saved) {
+  const bool historySaved = !saved.valid() || saved.get();
+  if (!applied.result) return renamerFailure(std::move(applied.result.error()));
+  if (applied.journal && historySaved) (void)applied.journal->finish();
+  return Done{std::move(applied.result.value()), historySaved};
+}
+
 Result<Done, Failure> run(const std::vector<FileMove>& moves, RenameHistory::Kind kind, Date date,
                           SystemFileRenaming& fs, RenameHistory& history,
                           const std::filesystem::path& journalFolder,
                           std::optional<OriginalNames> keepOriginals) {
-  std::optional<BatchJournal> journal;
-  Result<AppliedBatch, SafeRenameError> result =
-      applyJournaled(moves, date, fs, journalFolder, journal);
-  if (!result) {
-    // What could not be put back stays recorded, so that it can be gone back from later.
-    const std::vector<FileMove> made = movesLeftMade(result.error().stranded);
-    if (!made.empty()) {
-      history.add(kind, made, date);
-      (void)history.waitForSaves();
-    }
-    return renamerFailure(std::move(result.error()));
-  }
-  Done done{std::move(result.value()), true};
-  if (moves.empty()) return done;
-  // Each file keeps the name it had before its first rename, where the setting allows.
-  if (keepOriginals && *keepOriginals != OriginalNames::never) {
-    OriginalName::rememberAll(moves, *keepOriginals == OriginalNames::macDisksOnly);
-  }
-  history.add(kind, moves, date);
-  done.historySaved = history.waitForSaves();
-  if (journal && done.historySaved) (void)journal->finish();
-  return done;
+  Applied applied = apply(moves, date, fs, journalFolder, keepOriginals);
+  const std::shared_future<bool> saved = record(applied, kind, date, history);
+  return settle(std::move(applied), saved);
 }
 
 Result<Done, Failure> goBack(const Uuid& entry, Date date, SystemFileRenaming& fs,
@@ -80,16 +109,10 @@ Result<Done, Failure> goBack(const Uuid& entry, Date date, SystemFileRenaming& f
   }
   if (found == nullptr) return Failure{Failure::Kind::unknownEntry, {}};
   if (found->isReverted) return Failure{Failure::Kind::alreadyReverted, {}};
-  const std::vector<FileMove> moves = RenameHistory::reversal(*found);
-  std::optional<BatchJournal> journal;
-  Result<AppliedBatch, SafeRenameError> result =
-      applyJournaled(moves, date, fs, journalFolder, journal);
-  if (!result) return renamerFailure(std::move(result.error()));
-  Done done{std::move(result.value()), true};
-  history.markReverted(entry);
-  done.historySaved = history.waitForSaves();
-  if (journal && done.historySaved) (void)journal->finish();
-  return done;
+  Applied applied = applyGoingBack(*found, date, fs, journalFolder);
+  const std::shared_future<bool> saved =
+      record(applied, RenameHistory::Kind::rename, date, history);
+  return settle(std::move(applied), saved);
 }
 
 }  // namespace tessane::BatchRunner

@@ -8,15 +8,19 @@
 // from there too. When the history can't be saved (a full disk), the journal is kept too and the
 // outcome says so: the next start then puts the files back, since nothing else could undo them.
 //
-// Not safe to use from several threads at once on one history; the history belongs to the
-// caller's thread.
+// run and goBack do it all on the caller's thread, which must own the history. A window, whose
+// history lives on the main thread, splits the same steps: apply (any thread: the moves, the
+// journal, the remembered names), record (the history's thread: the entry), settle (any thread:
+// waits for the history's save, then drops the journal if the file holds the batch).
 #pragma once
 
 #include <filesystem>
+#include <future>
 #include <optional>
 #include <vector>
 
 #include "RenameIO/AppliedBatch.h"
+#include "RenameIO/BatchJournal.h"
 #include "RenameIO/SafeRenameError.h"
 #include "RenameIO/SafeRenamer.h"
 #include "RenameIO/SystemFileRenaming.h"
@@ -38,6 +42,26 @@ struct Failure {
   Kind kind = Kind::renamer;
   SafeRenameError error;  // renamer: what the safe renamer refused or could not finish
 };
+
+// A batch applied but not yet recorded. Move-only: it holds the batch's journal.
+struct Applied {
+  Result<AppliedBatch, SafeRenameError> result = SafeRenameError::failed({}, {}, std::nullopt);
+  std::vector<FileMove> toRecord;  // what the history must hold: every move, or those left made
+  std::optional<BatchJournal> journal;
+  std::optional<Uuid> revertedEntry;  // going back: the entry to mark reverted
+};
+
+Applied apply(const std::vector<FileMove>& moves, Date date, SystemFileRenaming& fs,
+              const std::filesystem::path& journalFolder,
+              std::optional<OriginalNames> keepOriginals = std::nullopt);
+// The moves back from an entry (looked up on the history's thread, see reversal below).
+Applied applyGoingBack(const RenameHistory::Entry& entry, Date date, SystemFileRenaming& fs,
+                       const std::filesystem::path& journalFolder);
+// On the history's thread: the entry added (or marked reverted); the save that must land.
+std::shared_future<bool> record(const Applied& applied, RenameHistory::Kind kind, Date date,
+                                RenameHistory& history);
+// Any thread: waits for the save, finishes the journal when it landed, and gives the outcome.
+Result<Done, Failure> settle(Applied applied, const std::shared_future<bool>& saved);
 
 // Applies `moves` and records them as an entry of `kind`. With `keepOriginals`, each file's name
 // before the move is remembered in it where the setting allows (a name it already remembers

@@ -172,6 +172,13 @@ std::string RenameHistory::goBackLabel(const Entry& entry) {
   return out;
 }
 
+std::shared_future<bool> RenameHistory::lastSave() const {
+  if (saveTask_.valid()) return saveTask_;
+  std::promise<bool> none;
+  none.set_value(true);
+  return none.get_future().share();
+}
+
 bool RenameHistory::waitForSaves() {
   if (!saveTask_.valid()) return true;
   return saveTask_.get();

@@ -88,6 +88,9 @@ class RenameHistory {
   // Blocks until every save started so far has finished; false when the last one could not be
   // written (the file then holds an older history). True without a file.
   bool waitForSaves();
+  // The last save started (true once written; true at once without a file), for a caller that
+  // waits for it on another thread.
+  std::shared_future<bool> lastSave() const;
 
   // The file's form, for the file and for tests.
   static std::string encode(const std::vector<Entry>& entries);
