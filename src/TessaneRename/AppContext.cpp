@@ -7,7 +7,10 @@
 
 namespace tessane {
 
-AppContext::AppContext() = default;
+AppContext::AppContext() : dataFolder_(DataFolder::location()) {}
+
+AppContext::AppContext(std::unique_ptr<QSettings> settings, std::filesystem::path dataFolder)
+    : settings_(std::move(settings)), dataFolder_(std::move(dataFolder)) {}
 
 AppContext::~AppContext() {
   if (history_) history_->waitForSaves();
@@ -35,16 +38,16 @@ BodyTable& AppContext::bodies() {
 
 RenameHistory& AppContext::history() {
   if (!history_)
-    history_ = std::make_unique<RenameHistory>(RenameHistory::load(DataFolder::historyFile()));
+    history_ = std::make_unique<RenameHistory>(RenameHistory::load(dataFolder_ / "History.json"));
   return *history_;
 }
 
 PresetStore AppContext::presets() const {
-  return PresetStore::standard();
+  return PresetStore(dataFolder_ / "Presets");
 }
 
 std::filesystem::path AppContext::journalFolder() const {
-  return DataFolder::journalFolder();
+  return dataFolder_ / "Journal";
 }
 
 }  // namespace tessane

@@ -25,6 +25,8 @@ namespace tessane {
 class AppContext {
  public:
   AppContext();
+  // The same over a given settings store and data folder (tests, a portable set-up).
+  AppContext(std::unique_ptr<QSettings> settings, std::filesystem::path dataFolder);
   ~AppContext();  // waits for the history's last save and writes the settings out
   AppContext(const AppContext&) = delete;
   AppContext& operator=(const AppContext&) = delete;
@@ -40,6 +42,7 @@ class AppContext {
 
  private:
   std::unique_ptr<QSettings> settings_;
+  std::filesystem::path dataFolder_;
   std::unique_ptr<BodyTable> bodies_;
   std::unique_ptr<RenameHistory> history_;
 };

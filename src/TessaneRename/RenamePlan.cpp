@@ -80,6 +80,10 @@ Planned<RuleStack> stackFor(const RenameOptions& o, const RenameSettings& settin
     format.action = {RuleAction::Format{NameFormat{o.templateText, settings.counter}}};
     stack.rules.insert(stack.rules.begin(), format);
   }
+  return withSettingsRules(std::move(stack), settings);
+}
+
+RuleStack withSettingsRules(RuleStack stack, const RenameSettings& settings) {
   if (settings.extensionCase != ExtensionCase::keep) {
     stack.rules.push_back(extensionCaseRule(settings.extensionCase));
   }

@@ -91,6 +91,10 @@ Planned<RenameSettings> resolveSettings(const RenameOptions& options,
 Planned<RuleStack> stackFor(const RenameOptions& options, const RenameSettings& settings,
                             const PresetStore& presets);
 
+// `stack` with the rules the settings add: one at the bottom that gives every extension the case
+// the user chose, when they chose one.
+RuleStack withSettingsRules(RuleStack stack, const RenameSettings& settings);
+
 // A preview of the files, ready to be shown or carried out.
 struct RenamePlan {
   Shoot shoot;

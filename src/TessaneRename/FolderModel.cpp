@@ -1,0 +1,763 @@
+#include "FolderModel.h"
+
+#include <QMetaObject>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+
+#include "RenameEngine/FileKind.h"
+#include "RenameEngine/Unicode.h"
+#include "RenameIO/CrashRecovery.h"
+#include "RenameIO/FolderListing.h"
+#include "RenameIO/LinuxFileRenaming.h"
+#include "TessaneRename/Messages.h"
+#include "TessaneRename/RenamePlan.h"
+#include "TessaneRename/SessionMemory.h"
+#include "TessaneRename/Shoot.h"
+
+namespace tessane {
+namespace fs = std::filesystem;
+
+namespace {
+
+Date now() {
+  return std::chrono::time_point_cast<std::chrono::microseconds>(std::chrono::system_clock::now());
+}
+
+// A path with its folder made absolute and symbolic links resolved, so that one place named two
+// ways is one place. A path that doesn't exist is resolved as far as it goes.
+fs::path normalised(const fs::path& path) {
+  std::error_code error;
+  fs::path out = fs::weakly_canonical(fs::absolute(path, error), error);
+  if (error) return path.lexically_normal();
+  return out;
+}
+
+}  // namespace
+
+// What one listing task found.
+struct FolderModel::Listing {
+  std::uint64_t generation = 0;
+  struct One {
+    fs::path folder;
+    int error = 0;  // errno when the folder could not be listed
+    std::vector<FolderFile> files;
+    FolderContents contents;
+  };
+  std::vector<One> folders;
+};
+
+// What one preview build made.
+struct FolderModel::Built {
+  std::uint64_t generation = 0;
+  RenamePreview preview;
+  std::shared_ptr<const std::vector<FolderFile>> sources;
+  std::vector<fs::path> subjectPaths;  // the path of each subject the preview knows
+  std::unordered_map<std::string, std::size_t> rowOfFile;
+  FileCounts counts;
+};
+
+// One batch of moves on its way through apply, record and settle.
+struct FolderModel::BatchJob {
+  std::vector<FileMove> moves;
+  RenameHistory::Kind kind = RenameHistory::Kind::rename;
+  Toast::After after = Toast::After::rename;
+  std::optional<RenameHistory::Entry> goingBackFrom;
+  Date date;
+  fs::path journalFolder;
+  std::optional<OriginalNames> keepOriginals;
+  BatchRunner::Applied applied;
+  std::optional<Result<BatchRunner::Done, BatchRunner::Failure>> outcome;
+};
+
+FolderModel::FolderModel(AppContext& app, QObject* parent)
+    : QObject(parent),
+      app_(app),
+      files_(std::make_shared<const std::vector<FolderFile>>()),
+      twinOptions_(app.preferences().twinOptions()),
+      previewSources_(files_) {
+  // Listing, reading and building take one thread each at most; the readers spread themselves
+  // over the cores.
+  pool_.setMaxThreadCount(3);
+  const Preferences prefs = app_.preferences();
+  order_ = prefs.batchOrder().value_or(BatchOrder::captureTime);
+  duplicates_ = prefs.duplicatePolicy();
+}
+
+FolderModel::~FolderModel() {
+  metadataStop_.request_stop();
+  pool_.waitForDone();
+}
+
+QString FolderModel::errorMessageText() const {
+  return errorMessage_ ? QString::fromStdString(*errorMessage_) : QString();
+}
+
+void FolderModel::setError(std::optional<std::string> message) {
+  if (errorMessage_ == message) return;
+  errorMessage_ = std::move(message);
+  emit errorMessageChanged();
+}
+
+void FolderModel::dismissError() {
+  setError(std::nullopt);
+}
+
+void FolderModel::dismissToast() {
+  if (!toast_) return;
+  toast_.reset();
+  emit toastChanged();
+}
+
+// ---- Opening and listing ----
+
+void FolderModel::open(const std::vector<fs::path>& urls) {
+  std::vector<fs::path> newFolders;
+  std::vector<fs::path> dropped;
+  std::set<fs::path> seen;
+  for (const fs::path& given : urls) {
+    const fs::path path = normalised(given);
+    if (!seen.insert(path).second) continue;
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    if (fs::is_directory(status)) {
+      newFolders.push_back(path);
+    } else if (fs::is_regular_file(status)) {
+      dropped.push_back(path);
+    }
+  }
+  if (newFolders.empty() && dropped.empty()) {
+    setError(Messages::dropSomething());
+    return;
+  }
+  setError(std::nullopt);
+  std::set<fs::path> select;
+  for (const fs::path& f : newFolders)
+    select.insert(f);
+  for (const fs::path& file : dropped) {
+    const fs::path parent = file.parent_path();
+    select.insert(parent);
+    newFolders.push_back(parent);
+    if (std::find(droppedURLs_.begin(), droppedURLs_.end(), file) == droppedURLs_.end()) {
+      droppedURLs_.push_back(file);
+    }
+    pendingTicks_.insert(file);
+  }
+  bool foldersGrew = false;
+  for (const fs::path& f : newFolders) {
+    if (std::find(folders_.begin(), folders_.end(), f) != folders_.end()) continue;
+    folders_.push_back(f);
+    foldersGrew = true;
+  }
+  if (!dropped.empty()) {
+    // Files dropped without their folder: only they are renamed, until the user ticks others.
+    emit pendingTicksChanged();
+    setScope(RenameScope::selected);
+  }
+  if (foldersGrew) {
+    emit foldersChanged();
+    saveSession();
+  }
+  folder_ = dropped.empty() ? newFolders.front() : dropped.front().parent_path();
+  emit folderChanged();
+  selectFolders(select);
+}
+
+void FolderModel::removeFolder(const fs::path& folder) {
+  const auto it = std::find(folders_.begin(), folders_.end(), folder);
+  if (it == folders_.end()) return;
+  folders_.erase(it);
+  folderContents_.erase(folder);
+  folderNames_.erase(folder.native());
+  emit foldersChanged();
+  saveSession();
+  std::set<fs::path> select = selectedFolders_;
+  select.erase(folder);
+  if (select.empty() && !folders_.empty()) select.insert(folders_.front());
+  selectFolders(select);
+}
+
+void FolderModel::selectFolders(const std::set<fs::path>& wanted) {
+  selectedFolders_.clear();
+  shownFolders_.clear();
+  for (const fs::path& f : folders_) {
+    if (wanted.count(f) == 0) continue;
+    selectedFolders_.insert(f);
+    shownFolders_.push_back(f);
+  }
+  emit selectedFoldersChanged();
+  listFolders(false);
+}
+
+std::string FolderModel::selectionTitle() const {
+  if (shownFolders_.size() > 1) {
+    return Messages::foldersSelected(static_cast<std::int64_t>(shownFolders_.size()));
+  }
+  if (shownFolders_.empty()) return {};
+  return unicode::toDisplayable(shownFolders_.front().filename().native());
+}
+
+void FolderModel::listFolders(bool again) {
+  auto listing = std::make_shared<Listing>();
+  listing->generation = ++listingGeneration_;
+  std::vector<fs::path> toList;
+  for (const fs::path& f : shownFolders_) {
+    if (again || folderContents_.count(f) == 0) toList.push_back(f);
+  }
+  if (toList.empty()) {
+    showListing(listing);
+    return;
+  }
+  // Names left under temporary names by a batch that died are put back the first time a folder
+  // is opened, before it is listed.
+  std::vector<fs::path> firstTime;
+  for (const fs::path& f : toList) {
+    if (temporaryNamesChecked_.insert(f).second) firstTime.push_back(f);
+  }
+  const fs::path journals = app_.journalFolder();
+  const TwinOptions twins = twinOptions_;
+  // A listing leads to a build: the window shows its progress from now on.
+  ++previewBuildCount_;
+  emit previewBuildCountChanged();
+  pool_.start([this, listing, toList, firstTime, journals, twins] {
+    LinuxFileRenaming system;
+    for (const fs::path& f : firstTime)
+      CrashRecovery::restoreTemporaryNames(f, journals, system);
+    for (const fs::path& folder : toList) {
+      Listing::One one;
+      one.folder = folder;
+      Result<std::vector<ListedFile>> files = FolderListing::files(folder);
+      if (!files) {
+        one.error = files.error().code != 0 ? files.error().code : EIO;
+        one.contents.listed = false;
+        listing->folders.push_back(std::move(one));
+        continue;
+      }
+      Result<std::vector<std::string>> names = FolderListing::names(folder);
+      one.contents.listed = names.ok();
+      if (names) one.contents.names = std::move(names.value());
+      std::vector<std::optional<std::string>> keys;
+      std::vector<FileName> parsed;
+      for (const ListedFile& f : files.value()) {
+        FolderFile file;
+        file.url = f.path;
+        file.name = FileName::parse(f.name);
+        file.primaryURL = f.path;
+        file.nameIsText = f.nameIsText;
+        one.contents.files.push_back(f.name);
+        keys.push_back(f.nameIsText ? twinKey(f.name, "", twins) : std::nullopt);
+        parsed.push_back(file.name);
+        one.files.push_back(std::move(file));
+      }
+      std::vector<std::size_t> order(one.files.size());
+      for (std::size_t i = 0; i < order.size(); ++i)
+        order[i] = i;
+      for (const TwinGroup& g : groupTwins(keys, parsed, order)) {
+        for (std::size_t m : g.members)
+          one.files[m].primaryURL = one.files[g.primary].url;
+      }
+      listing->folders.push_back(std::move(one));
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, listing] {
+          --previewBuildCount_;
+          emit previewBuildCountChanged();
+          showListing(listing);
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void FolderModel::showListing(std::shared_ptr<Listing> listing) {
+  if (listing->generation != listingGeneration_) return;
+  for (Listing::One& one : listing->folders) {
+    if (one.error != 0) {
+      folderContents_.erase(one.folder);
+      if (one.error == EACCES && !droppedURLs_.empty() && folder_ == one.folder) {
+        accessNeeded_ = one.folder;
+        emit folderAccessNeededChanged();
+      }
+      setError(Messages::folderUnreadable(one.folder));
+      continue;
+    }
+    if (accessNeeded_ == one.folder) {
+      accessNeeded_.reset();
+      emit folderAccessNeededChanged();
+    }
+    folderNames_[one.folder.native()] = std::move(one.contents);
+    folderContents_[one.folder] = std::move(one.files);
+  }
+  auto files = std::make_shared<std::vector<FolderFile>>();
+  for (const fs::path& f : shownFolders_) {
+    const auto it = folderContents_.find(f);
+    if (it != folderContents_.end())
+      files->insert(files->end(), it->second.begin(), it->second.end());
+  }
+  // Ticks waiting for their files.
+  bool ticked = false;
+  for (const FolderFile& f : *files) {
+    if (pendingTicks_.erase(f.url) > 0) {
+      checked_.insert(f.url);
+      ticked = true;
+    }
+  }
+  if (ticked) {
+    emit pendingTicksChanged();
+    emit checkedChanged();
+  }
+  files_ = std::move(files);
+  emit filesChanged();
+  startMetadata();
+  schedulePreview();
+}
+
+// ---- Metadata ----
+
+void FolderModel::startMetadata() {
+  metadataStop_.request_stop();
+  metadataStop_ = std::stop_source();
+  const std::uint64_t generation = ++metadataGeneration_;
+  const std::shared_ptr<const std::vector<FolderFile>> snapshot = files_;
+  if (snapshot->empty()) return;
+  auto bodies = std::make_shared<CameraBodies>(app_.bodies().bodies());
+  const TwinOptions twins = twinOptions_;
+  const std::stop_token stop = metadataStop_.get_token();
+  pool_.start([this, generation, snapshot, bodies, twins, stop] {
+    Shoot shoot;
+    std::vector<std::size_t> fileOf;
+    for (std::size_t i = 0; i < snapshot->size(); ++i) {
+      const FolderFile& f = (*snapshot)[i];
+      if (!f.nameIsText) continue;
+      RenameSubject s;
+      s.name = f.name.fullName();
+      s.folder = f.url.parent_path();
+      shoot.subjects.push_back(std::move(s));
+      shoot.paths.push_back(f.url);
+      fileOf.push_back(i);
+    }
+    ShootRequest request;
+    request.bodies = bodies.get();
+    request.twins = &twins;
+    request.stop = stop;
+    request.progress = [this, generation](std::size_t done, std::size_t total) {
+      if (done % 256 != 0 && done != total) return;
+      QMetaObject::invokeMethod(
+          this,
+          [this, generation, done, total] {
+            if (generation == metadataGeneration_) {
+              emit metadataProgress(static_cast<qint64>(done), static_cast<qint64>(total));
+            }
+          },
+          Qt::QueuedConnection);
+    };
+    std::vector<ShootNotice> notices;
+    if (!readShootMetadata(shoot, request, notices)) return;  // stopped: a newer read follows
+    auto read = std::make_shared<std::vector<FolderFile>>(*snapshot);
+    for (std::size_t k = 0; k < fileOf.size(); ++k) {
+      FolderFile& f = (*read)[fileOf[k]];
+      RenameSubject& s = shoot.subjects[k];
+      f.metadata = std::move(s.metadata);
+      f.originalName = std::move(s.originalName);
+      f.bodyTag = std::move(s.bodyTag);
+      f.captureDate = s.captureDate;
+      f.cameraModel = std::move(s.cameraModel);
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, generation, snapshot, read] {
+          if (generation != metadataGeneration_ || files_ != snapshot) return;
+          files_ = read;
+          emit filesChanged();
+          schedulePreview();
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+// ---- Preview ----
+
+void FolderModel::setBeforeBuildForTesting(std::function<void(std::uint64_t)> hook) {
+  beforeBuild_ = std::move(hook);
+}
+
+// Edits that come together (a drop, then its listing and its settings) make one build.
+void FolderModel::schedulePreview() {
+  if (previewScheduled_) return;
+  previewScheduled_ = true;
+  ++previewBuildCount_;
+  emit previewBuildCountChanged();
+  QTimer::singleShot(0, this, [this] {
+    previewScheduled_ = false;
+    startPreview();
+  });
+}
+
+void FolderModel::startPreview() {
+  const std::uint64_t generation = ++previewGeneration_;
+
+  RenameOptions options;
+  options.order = order_;
+  options.duplicates = duplicates_;
+  Planned<RenameSettings> resolved = resolveSettings(options, app_.preferences());
+  RenameSettings settings = resolved ? std::move(resolved.value()) : RenameSettings{};
+  if (!resolved) settings.naming = NamingContext::systemDefault();
+  settings.twins = twinOptions_;
+
+  auto request = std::make_shared<PreviewRequest>();
+  request->stack = withSettingsRules(rules_, settings);
+  request->twins = settings.twins;
+  request->order = settings.order;
+  request->duplicates = settings.duplicates;
+  request->naming = settings.naming;
+  request->folders = folderNames_;
+  const std::shared_ptr<const std::vector<FolderFile>> snapshot = files_;
+  const std::function<void(std::uint64_t)> hook = beforeBuild_;
+
+  pool_.start([this, generation, request, snapshot, hook] {
+    if (hook) hook(generation);
+    auto built = std::make_shared<Built>();
+    built->generation = generation;
+    built->sources = snapshot;
+    for (const FolderFile& f : *snapshot) {
+      if (!f.nameIsText) continue;
+      RenameSubject s;
+      s.name = f.name.fullName();
+      s.folder = f.url.parent_path();
+      s.metadata = f.metadata;
+      s.cameraModel = f.cameraModel;
+      s.bodyTag = f.bodyTag;
+      s.captureDate = f.captureDate;
+      s.originalName = f.originalName;
+      request->subjects.push_back(std::move(s));
+      built->subjectPaths.push_back(f.url);
+    }
+    built->preview = buildPreview(*request);
+    built->rowOfFile.reserve(built->preview.items.size());
+    std::set<std::string> bodies;
+    for (std::size_t r = 0; r < built->preview.items.size(); ++r) {
+      const PlannedRename& row = built->preview.items[r];
+      built->rowOfFile.emplace(built->subjectPaths[row.subjectIndex].native(), r);
+      if (row.status == PreviewStatus::error) ++built->counts.errors;
+      if (row.status == PreviewStatus::warning) ++built->counts.warnings;
+    }
+    for (const FolderFile& f : *snapshot) {
+      switch (fileKindOf(f.name.ext)) {
+        case FileKind::raw:
+          ++built->counts.raw;
+          break;
+        case FileKind::image:
+          ++built->counts.images;
+          break;
+        case FileKind::video:
+          ++built->counts.video;
+          break;
+        default:
+          break;
+      }
+      if (f.bodyTag) bodies.insert(*f.bodyTag);
+    }
+    built->counts.bodies = static_cast<std::int64_t>(bodies.size());
+    QMetaObject::invokeMethod(
+        this, [this, built] { publishPreview(built); }, Qt::QueuedConnection);
+  });
+}
+
+void FolderModel::publishPreview(std::shared_ptr<Built> built) {
+  --previewBuildCount_;
+  emit previewBuildCountChanged();
+  if (built->generation != previewGeneration_) return;  // a newer build is on its way
+  preview_ = std::move(built->preview);
+  previewSources_ = built->sources;
+  subjectPaths_ = std::move(built->subjectPaths);
+  rowOfFile_ = std::move(built->rowOfFile);
+  counts_ = built->counts;
+  emit previewChanged();
+}
+
+void FolderModel::setRules(RuleStack rules) {
+  rules_ = std::move(rules);
+  emit rulesChanged();
+  saveSession();
+  schedulePreview();
+}
+
+void FolderModel::setTwinOptions(TwinOptions options) {
+  twinOptions_ = std::move(options);
+  emit twinOptionsChanged();
+  listFolders(true);
+}
+
+void FolderModel::setOrder(BatchOrder order) {
+  order_ = order;
+  emit orderChanged();
+  schedulePreview();
+}
+
+void FolderModel::setDuplicates(DuplicatePolicy policy) {
+  duplicates_ = policy;
+  emit duplicatesChanged();
+  schedulePreview();
+}
+
+void FolderModel::settingsChanged() {
+  startMetadata();  // body tags and clock corrections come with the metadata
+  schedulePreview();
+}
+
+// ---- Ticks, scope, selection ----
+
+void FolderModel::setTicked(const fs::path& file, bool ticked) {
+  const bool changed = ticked ? checked_.insert(file).second : checked_.erase(file) > 0;
+  if (changed) emit checkedChanged();
+}
+
+void FolderModel::setScope(RenameScope scope) {
+  if (scope_ == scope) return;
+  scope_ = scope;
+  emit scopeChanged();
+}
+
+void FolderModel::setSelection(std::set<fs::path> selection) {
+  selection_ = std::move(selection);
+  emit selectionChanged();
+}
+
+std::optional<fs::path> FolderModel::goToFirstError() {
+  if (!preview_) return std::nullopt;
+  for (const PlannedRename& row : preview_->items) {
+    if (row.status != PreviewStatus::error) continue;
+    const fs::path file = subjectPaths_[row.subjectIndex];
+    setSelection({file});
+    return file;
+  }
+  return std::nullopt;
+}
+
+// ---- Queries ----
+
+const PlannedRename* FolderModel::previewRow(const fs::path& file) const {
+  if (!preview_) return nullptr;
+  const auto it = rowOfFile_.find(file.native());
+  return it == rowOfFile_.end() ? nullptr : &preview_->items[it->second];
+}
+
+FileCounts FolderModel::fileCounts() const {
+  return counts_;
+}
+
+std::vector<const FolderFile*> FolderModel::visibleFiles(const ListFilter& filter) const {
+  const std::string search = unicode::foldCase(filter.search);
+  std::vector<const FolderFile*> out;
+  for (const FolderFile& f : *files_) {
+    if (!filter.kinds.empty() && filter.kinds.count(fileKindOf(f.name.ext)) == 0) continue;
+    if (!filter.bodyTags.empty() && (!f.bodyTag || filter.bodyTags.count(*f.bodyTag) == 0)) {
+      continue;
+    }
+    const PlannedRename* row = previewRow(f.url);
+    if (!filter.statuses.empty() && (row == nullptr || filter.statuses.count(row->status) == 0)) {
+      continue;
+    }
+    if (!search.empty()) {
+      const bool inName = unicode::foldCase(f.name.fullName()).find(search) != std::string::npos;
+      const bool inNew =
+          row != nullptr &&
+          unicode::foldCase(row->newName.fullName()).find(search) != std::string::npos;
+      if (!inName && !inNew) continue;
+    }
+    out.push_back(&f);
+  }
+  return out;
+}
+
+std::vector<bool> FolderModel::scopeFlags(const std::vector<fs::path>& paths) const {
+  std::vector<bool> flags(paths.size(), true);
+  if (scope_ == RenameScope::selected) {
+    for (std::size_t i = 0; i < paths.size(); ++i)
+      flags[i] = checked_.count(paths[i]) > 0;
+  }
+  return flags;
+}
+
+bool FolderModel::canRename() const {
+  if (!preview_ || isRenaming_ || preview_->hasErrors()) return false;
+  const std::vector<bool> flags = scopeFlags(subjectPaths_);
+  for (std::size_t r : preview_->changedFiles) {
+    if (flags[preview_->items[r].subjectIndex]) return true;
+  }
+  return false;
+}
+
+// ---- Batches ----
+
+void FolderModel::rename() {
+  if (!preview_ || isRenaming_) {
+    setError(Messages::nothingToRename());
+    return;
+  }
+  if (preview_->hasErrors()) {
+    setError(Messages::fixErrorsFirst());
+    return;
+  }
+  const std::vector<bool> flags = scopeFlags(subjectPaths_);
+  std::vector<FileMove> moves = movesOf(*preview_, subjectPaths_, &flags);
+  if (moves.empty()) {
+    setError(Messages::nothingToRename());
+    return;
+  }
+  runBatch(std::move(moves), RenameHistory::Kind::rename, Toast::After::rename, std::nullopt);
+}
+
+void FolderModel::undo() {
+  const std::optional<RenameHistory::Entry> entry = entryToUndo(app_.history());
+  if (!entry || isRenaming_) {
+    setError(Messages::nothingToUndo());
+    return;
+  }
+  revert(entry->id);
+}
+
+void FolderModel::revert(const Uuid& id) {
+  if (isRenaming_) {
+    setError(Messages::nothingToUndo());
+    return;
+  }
+  const RenameHistory::Entry* found = nullptr;
+  for (const RenameHistory::Entry& e : app_.history().entries()) {
+    if (e.id == id) found = &e;
+  }
+  if (found == nullptr || found->isReverted) {
+    BatchRunner::Failure failure;
+    failure.kind = found == nullptr ? BatchRunner::Failure::Kind::unknownEntry
+                                    : BatchRunner::Failure::Kind::alreadyReverted;
+    setError(Messages::of(failure));
+    return;
+  }
+  for (const fs::path& folder : RenameHistory::foldersOf(*found)) {
+    if (std::find(folders_.begin(), folders_.end(), normalised(folder)) == folders_.end()) {
+      setError(Messages::addFolderToGoBack());
+      return;
+    }
+  }
+  runBatch(RenameHistory::reversal(*found), RenameHistory::Kind::rename, Toast::After::goingBack,
+           *found);
+}
+
+void FolderModel::restoreOriginalNames() {
+  if (isRenaming_) {
+    setError(Messages::nothingToRename());
+    return;
+  }
+  std::vector<fs::path> paths;
+  for (const FolderFile& f : *files_)
+    paths.push_back(f.url);
+  const std::vector<bool> flags = scopeFlags(paths);
+  std::vector<FileMove> moves;
+  for (std::size_t i = 0; i < files_->size(); ++i) {
+    const FolderFile& f = (*files_)[i];
+    if (!flags[i] || !f.originalName || *f.originalName == f.name.fullName()) continue;
+    moves.push_back(FileMove{f.url, f.url.parent_path() / *f.originalName});
+  }
+  if (moves.empty()) {
+    setError(Messages::alreadyOriginalNames());
+    return;
+  }
+  runBatch(std::move(moves), RenameHistory::Kind::restoreOriginals, Toast::After::originalNames,
+           std::nullopt);
+}
+
+void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind,
+                           Toast::After after, std::optional<RenameHistory::Entry> goingBackFrom) {
+  setError(std::nullopt);
+  isRenaming_ = true;
+  emit isRenamingChanged();
+  emit previewChanged();  // Rename is off while the batch runs
+
+  auto job = std::make_shared<BatchJob>();
+  job->moves = std::move(moves);
+  job->kind = kind;
+  job->after = after;
+  job->goingBackFrom = std::move(goingBackFrom);
+  job->date = now();
+  job->journalFolder = app_.journalFolder();
+  if (kind == RenameHistory::Kind::rename && !job->goingBackFrom) {
+    job->keepOriginals = app_.preferences().originalNames();
+  }
+  pool_.start([this, job] {
+    LinuxFileRenaming system;
+    job->applied = job->goingBackFrom ? BatchRunner::applyGoingBack(*job->goingBackFrom, job->date,
+                                                                    system, job->journalFolder)
+                                      : BatchRunner::apply(job->moves, job->date, system,
+                                                           job->journalFolder, job->keepOriginals);
+    QMetaObject::invokeMethod(
+        this,
+        [this, job] {
+          // The history belongs to this thread; waiting for its file does not.
+          const std::shared_future<bool> saved =
+              BatchRunner::record(job->applied, job->kind, job->date, app_.history());
+          pool_.start([this, job, saved] {
+            job->outcome.emplace(BatchRunner::settle(std::move(job->applied), saved));
+            QMetaObject::invokeMethod(
+                this, [this, job] { finishBatch(job); }, Qt::QueuedConnection);
+          });
+        },
+        Qt::QueuedConnection);
+  });
+}
+
+void FolderModel::finishBatch(std::shared_ptr<BatchJob> job) {
+  isRenaming_ = false;
+  emit isRenamingChanged();
+  const Result<BatchRunner::Done, BatchRunner::Failure>& outcome = *job->outcome;
+  Toast toast;
+  toast.after = job->after;
+  if (outcome) {
+    const std::int64_t count = static_cast<std::int64_t>(outcome.value().batch.moves.size());
+    toast.outcome = count > 0 ? RenameOutcome::renamed : RenameOutcome::nothingChanged;
+    toast.count = count;
+    switch (job->after) {
+      case Toast::After::rename:
+        toast.text = Messages::filesRenamed(count);
+        toast.offersUndo = true;
+        performedBatch_ = outcome.value().batch;
+        emit performedBatchChanged();
+        break;
+      case Toast::After::goingBack:
+        toast.text = Messages::filesBackToPrevious(count);
+        break;
+      case Toast::After::originalNames:
+        toast.text = Messages::filesBackToOriginal(count);
+        break;
+    }
+    if (count == 0) toast.text = Messages::noFileChanged();
+    if (!outcome.value().historySaved) setError(Messages::historyNotSaved());
+  } else if (outcome.error().kind == BatchRunner::Failure::Kind::renamer &&
+             !outcome.error().error.stranded.empty()) {
+    toast.outcome = RenameOutcome::partlyStuck;
+    toast.stuck = outcome.error().error.stranded;
+    toast.text = Messages::someFilesStuck();
+  } else {
+    setError(Messages::of(outcome.error()));
+  }
+  if (outcome || toast.outcome == RenameOutcome::partlyStuck) {
+    toast_ = std::move(toast);
+    emit toastChanged();
+  }
+  listFolders(true);
+  if (outcome && job->after == Toast::After::rename && revealer_ &&
+      app_.preferences().revealAfterRename()) {
+    std::vector<fs::path> renamed;
+    for (const FileMove& m : job->moves)
+      renamed.push_back(m.destination);
+    revealer_(renamed);
+  }
+}
+
+// ---- Session ----
+
+void FolderModel::saveSession() {
+  SessionMemory(app_.settings()).save(folders_, rules_);
+}
+
+}  // namespace tessane

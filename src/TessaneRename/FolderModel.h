@@ -1,0 +1,242 @@
+// The spine of a main window: the folders in its list, the files they hold with their shooting
+// data, the rules being built, the preview made from them, the user's ticks and selection, and a
+// rename under way. It turns gestures (open, tick, choose a scope, Rename, Undo, Restore Original
+// Names) into calls on the workflow and the texts a window shows.
+//
+// Confined to the thread that made it (the main thread): every property changes there and says so
+// through its signal. Slow work runs on the model's own thread pool and comes back through the
+// event loop: listing, reading metadata, building the preview (each build tagged with a
+// generation; only the newest is published, whatever order builds finish in) and moving files
+// (one batch at a time, while `isRenaming`). Failures end in `errorMessage`, never in an
+// exception. Destroying the model stops its tasks and waits for them.
+#pragma once
+
+#include <QObject>
+#include <QThreadPool>
+
+#include <atomic>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <stop_token>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "RenameEngine/RenamePreview.h"
+#include "RenameIO/AppliedBatch.h"
+#include "TessaneRename/AppContext.h"
+#include "TessaneRename/BatchRunner.h"
+
+namespace tessane {
+
+// One listed file.
+struct FolderFile {
+  std::filesystem::path url;  // its path, the folder resolved
+  FileName name;
+  MetadataMap metadata;                     // empty until the metadata task has read it
+  std::filesystem::path primaryURL;         // the file whose name it follows, else its own path
+  std::optional<std::string> originalName;  // the camera's name remembered in the file
+  std::optional<std::string> bodyTag;
+  std::optional<Date> captureDate;  // corrected by the camera-body table
+  std::optional<std::string> cameraModel;
+  bool nameIsText = true;  // false: shown with a warning, never renamed
+};
+
+enum class RenameScope { all, selected };
+enum class RenameOutcome { renamed, nothingChanged, partlyStuck };
+
+struct ListFilter {
+  std::set<FileKind> kinds;
+  std::set<std::string> bodyTags;
+  std::set<PreviewStatus> statuses;
+  std::string search;  // matched, ignoring case, against the current and the new name
+};
+
+struct FileCounts {
+  std::int64_t raw = 0, images = 0, video = 0, warnings = 0, errors = 0, bodies = 0;
+  friend bool operator==(const FileCounts&, const FileCounts&) = default;
+};
+
+struct Toast {
+  enum class After { rename, goingBack, originalNames };
+  Uuid id = Uuid::random();
+  RenameOutcome outcome = RenameOutcome::renamed;
+  After after = After::rename;
+  std::int64_t count = 0;
+  std::vector<FileMove> stuck;  // partlyStuck: from where each file is to where it belongs
+  bool offersUndo = false;
+  std::string text;  // the toast's first line
+};
+
+class FolderModel : public QObject {
+  Q_OBJECT
+  Q_PROPERTY(QString errorMessage READ errorMessageText NOTIFY errorMessageChanged)
+  Q_PROPERTY(int previewBuildCount READ previewBuildCount NOTIFY previewBuildCountChanged)
+  Q_PROPERTY(bool isRenaming READ isRenaming NOTIFY isRenamingChanged)
+  Q_PROPERTY(bool canRename READ canRename NOTIFY previewChanged)
+
+ public:
+  // Reveals renamed files in the file manager; the application hands in the desktop's, tests a
+  // recorder. Without one nothing is revealed.
+  using Revealer = std::function<void(const std::vector<std::filesystem::path>&)>;
+
+  explicit FolderModel(AppContext& app, QObject* parent = nullptr);
+  ~FolderModel() override;
+
+  void setRevealer(Revealer revealer) { revealer_ = std::move(revealer); }
+
+  // Properties, each with its change signal below.
+  const std::optional<std::filesystem::path>& folder() const { return folder_; }
+  const std::vector<FolderFile>& files() const { return *files_; }
+  const std::optional<std::string>& errorMessage() const { return errorMessage_; }
+  QString errorMessageText() const;
+  const RenamePreview* preview() const { return preview_ ? &*preview_ : nullptr; }
+  int previewBuildCount() const { return previewBuildCount_; }
+  const RuleStack& rules() const { return rules_; }
+  const TwinOptions& twinOptions() const { return twinOptions_; }
+  RenameScope scope() const { return scope_; }
+  const std::set<std::filesystem::path>& selection() const { return selection_; }
+  const std::set<std::filesystem::path>& checked() const { return checked_; }
+  BatchOrder order() const { return order_; }
+  DuplicatePolicy duplicates() const { return duplicates_; }
+  const std::vector<std::filesystem::path>& folders() const { return folders_; }
+  const std::set<std::filesystem::path>& selectedFolders() const { return selectedFolders_; }
+  bool isRenaming() const { return isRenaming_; }
+  const std::optional<std::filesystem::path>& folderAccessNeeded() const { return accessNeeded_; }
+  const std::set<std::filesystem::path>& pendingTicks() const { return pendingTicks_; }
+  const std::vector<FolderFile>& previewSources() const { return *previewSources_; }
+  const std::vector<std::filesystem::path>& droppedURLs() const { return droppedURLs_; }
+  std::uint64_t previewGeneration() const { return previewGeneration_; }
+  const std::vector<std::filesystem::path>& shownFolders() const { return shownFolders_; }
+  const std::optional<AppliedBatch>& performedBatch() const { return performedBatch_; }
+  const std::optional<Toast>& toast() const { return toast_; }
+  RenameHistory& history() { return app_.history(); }
+  BodyTable& bodies() { return app_.bodies(); }
+
+  // Opening: folders join the list and are selected; single files tick themselves in their
+  // folder, which joins the list. The same folder or file given twice counts once.
+  void open(const std::vector<std::filesystem::path>& urls);
+  void removeFolder(const std::filesystem::path& folder);
+  void selectFolders(const std::set<std::filesystem::path>& folders);
+  // The sidebar's title for the selection: the folder's name, or "3 folders selected".
+  std::string selectionTitle() const;
+
+  void setTicked(const std::filesystem::path& file, bool ticked);
+  void setScope(RenameScope scope);
+  void setSelection(std::set<std::filesystem::path> selection);
+
+  // Each restarts the preview.
+  void setRules(RuleStack rules);
+  void setTwinOptions(TwinOptions options);
+  void setOrder(BatchOrder order);
+  void setDuplicates(DuplicatePolicy policy);
+  void settingsChanged();  // preferences or the body table changed
+
+  void rename();
+  void undo();
+  void revert(const Uuid& entry);
+  void restoreOriginalNames();
+  // Selects the first row whose status is an error; its file, or nullopt when there is none.
+  std::optional<std::filesystem::path> goToFirstError();
+  void dismissError();
+  void dismissToast();
+
+  // Queries for the views.
+  std::vector<const FolderFile*> visibleFiles(const ListFilter& filter) const;
+  FileCounts fileCounts() const;
+  const PlannedRename* previewRow(const std::filesystem::path& file) const;
+  bool canRename() const;
+
+  // Tests: called on the building thread before a preview build of `generation` starts.
+  void setBeforeBuildForTesting(std::function<void(std::uint64_t generation)> hook);
+
+ signals:
+  void folderChanged();
+  void filesChanged();
+  void errorMessageChanged();
+  void previewChanged();
+  void previewBuildCountChanged();
+  void rulesChanged();
+  void twinOptionsChanged();
+  void scopeChanged();
+  void selectionChanged();
+  void checkedChanged();
+  void orderChanged();
+  void duplicatesChanged();
+  void foldersChanged();
+  void selectedFoldersChanged();
+  void isRenamingChanged();
+  void folderAccessNeededChanged();
+  void pendingTicksChanged();
+  void toastChanged();
+  void metadataProgress(qint64 done, qint64 total);
+  void performedBatchChanged();
+
+ private:
+  struct Listing;
+  struct Built;
+  struct BatchJob;
+
+  void setError(std::optional<std::string> message);
+  void listFolders(bool again);
+  void showListing(std::shared_ptr<Listing> listing);
+  void startMetadata();
+  void schedulePreview();
+  void startPreview();
+  void publishPreview(std::shared_ptr<Built> built);
+  void saveSession();
+  void runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind, Toast::After after,
+                std::optional<RenameHistory::Entry> goingBackFrom);
+  void finishBatch(std::shared_ptr<BatchJob> job);
+  // Per path: whether it is in the scope (every file shown, or the ticked ones).
+  std::vector<bool> scopeFlags(const std::vector<std::filesystem::path>& paths) const;
+
+  AppContext& app_;
+  QThreadPool pool_;
+  Revealer revealer_;
+  std::function<void(std::uint64_t)> beforeBuild_;
+
+  std::optional<std::filesystem::path> folder_;
+  std::shared_ptr<const std::vector<FolderFile>> files_;
+  std::optional<std::string> errorMessage_;
+  std::optional<RenamePreview> preview_;
+  int previewBuildCount_ = 0;
+  RuleStack rules_;
+  TwinOptions twinOptions_;
+  RenameScope scope_ = RenameScope::all;
+  std::set<std::filesystem::path> selection_;
+  std::set<std::filesystem::path> checked_;
+  BatchOrder order_ = BatchOrder::captureTime;
+  DuplicatePolicy duplicates_ = DuplicatePolicy::markError;
+  std::vector<std::filesystem::path> folders_;
+  std::set<std::filesystem::path> selectedFolders_;
+  bool isRenaming_ = false;
+  std::optional<std::filesystem::path> accessNeeded_;
+  std::set<std::filesystem::path> pendingTicks_;
+  std::shared_ptr<const std::vector<FolderFile>> previewSources_;
+  std::vector<std::filesystem::path> droppedURLs_;
+  std::uint64_t previewGeneration_ = 0;
+  std::map<std::filesystem::path, std::vector<FolderFile>> folderContents_;
+  std::unordered_map<std::string, FolderContents> folderNames_;  // for the clash checks
+  std::vector<std::filesystem::path> shownFolders_;
+  std::optional<AppliedBatch> performedBatch_;
+  std::optional<Toast> toast_;
+
+  // The preview's rows by file path, and the counts, made with the preview.
+  std::unordered_map<std::string, std::size_t> rowOfFile_;
+  std::vector<std::filesystem::path> subjectPaths_;  // each preview subject's file
+  FileCounts counts_;
+
+  std::uint64_t listingGeneration_ = 0;
+  std::uint64_t metadataGeneration_ = 0;
+  std::stop_source metadataStop_;
+  bool previewScheduled_ = false;
+  std::set<std::filesystem::path> temporaryNamesChecked_;
+};
+
+}  // namespace tessane
