@@ -1,10 +1,14 @@
 #include "FolderModel.h"
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <QMetaObject>
 #include <QTimer>
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "RenameEngine/FileKind.h"
 #include "RenameEngine/Unicode.h"
@@ -32,6 +36,17 @@ fs::path normalised(const fs::path& path) {
   fs::path out = fs::weakly_canonical(fs::absolute(path, error), error);
   if (error) return path.lexically_normal();
   return out;
+}
+
+// The model's workers (and the readers they start, which inherit it) give way to the main thread:
+// a little less weight for the scheduler, so that the window answers at once however many files
+// are being read.
+void yieldToMainThread() {
+  thread_local bool lowered = false;
+  if (lowered) return;
+  lowered = true;
+  const int current = ::getpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()));
+  if (current < 5) ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), 5);
 }
 
 }  // namespace
@@ -71,12 +86,26 @@ struct FolderModel::BatchJob {
   std::optional<Result<BatchRunner::Done, BatchRunner::Failure>> outcome;
 };
 
+void FolderModel::startTask(std::function<void()> task) {
+  pool_.start([task = std::move(task)] {
+    yieldToMainThread();
+    task();
+  });
+}
+
+template <typename T>
+void FolderModel::retire(T&& old) {
+  auto holder = std::make_shared<std::decay_t<T>>(std::forward<T>(old));
+  startTask([holder]() mutable { holder.reset(); });
+}
+
 FolderModel::FolderModel(AppContext& app, QObject* parent)
     : QObject(parent),
       app_(app),
       files_(std::make_shared<const std::vector<FolderFile>>()),
       twinOptions_(app.preferences().twinOptions()),
-      previewSources_(files_) {
+      previewSources_(files_),
+      folderNames_(std::make_shared<const std::unordered_map<std::string, FolderContents>>()) {
   // Listing, reading and building take one thread each at most; the readers spread themselves
   // over the cores.
   pool_.setMaxThreadCount(3);
@@ -169,7 +198,9 @@ void FolderModel::removeFolder(const fs::path& folder) {
   if (it == folders_.end()) return;
   folders_.erase(it);
   folderContents_.erase(folder);
-  folderNames_.erase(folder.native());
+  auto names = std::make_shared<std::unordered_map<std::string, FolderContents>>(*folderNames_);
+  names->erase(folder.native());
+  retire(std::exchange(folderNames_, std::move(names)));
   emit foldersChanged();
   saveSession();
   std::set<fs::path> select = selectedFolders_;
@@ -220,7 +251,7 @@ void FolderModel::listFolders(bool again) {
   // A listing leads to a build: the window shows its progress from now on.
   ++previewBuildCount_;
   emit previewBuildCountChanged();
-  pool_.start([this, listing, toList, firstTime, journals, twins] {
+  startTask([this, listing, toList, firstTime, journals, twins] {
     LinuxFileRenaming system;
     for (const fs::path& f : firstTime)
       CrashRecovery::restoreTemporaryNames(f, journals, system);
@@ -272,9 +303,21 @@ void FolderModel::listFolders(bool again) {
 
 void FolderModel::showListing(std::shared_ptr<Listing> listing) {
   if (listing->generation != listingGeneration_) return;
+  // The names of the folders not listed again carry over; a long listing is not copied.
+  std::shared_ptr<std::unordered_map<std::string, FolderContents>> names;
+  if (!listing->folders.empty()) {
+    names = std::make_shared<std::unordered_map<std::string, FolderContents>>();
+    std::set<std::string> relisted;
+    for (const Listing::One& one : listing->folders)
+      relisted.insert(one.folder.native());
+    for (const auto& [folder, contents] : *folderNames_) {
+      if (relisted.count(folder) == 0) names->emplace(folder, contents);
+    }
+  }
   for (Listing::One& one : listing->folders) {
     if (one.error != 0) {
       folderContents_.erase(one.folder);
+      names->erase(one.folder.native());
       if (one.error == EACCES && !droppedURLs_.empty() && folder_ == one.folder) {
         accessNeeded_ = one.folder;
         emit folderAccessNeededChanged();
@@ -286,28 +329,41 @@ void FolderModel::showListing(std::shared_ptr<Listing> listing) {
       accessNeeded_.reset();
       emit folderAccessNeededChanged();
     }
-    folderNames_[one.folder.native()] = std::move(one.contents);
-    folderContents_[one.folder] = std::move(one.files);
+    (*names)[one.folder.native()] = std::move(one.contents);
+    folderContents_[one.folder] =
+        std::make_shared<const std::vector<FolderFile>>(std::move(one.files));
   }
-  auto files = std::make_shared<std::vector<FolderFile>>();
-  for (const fs::path& f : shownFolders_) {
-    const auto it = folderContents_.find(f);
-    if (it != folderContents_.end())
-      files->insert(files->end(), it->second.begin(), it->second.end());
+  if (names) retire(std::exchange(folderNames_, std::move(names)));
+
+  // One folder shown is its listing as it is; several are put together.
+  std::shared_ptr<const std::vector<FolderFile>> files;
+  if (shownFolders_.size() == 1 && folderContents_.count(shownFolders_.front()) > 0) {
+    files = folderContents_[shownFolders_.front()];
+  } else {
+    auto together = std::make_shared<std::vector<FolderFile>>();
+    for (const fs::path& f : shownFolders_) {
+      const auto it = folderContents_.find(f);
+      if (it != folderContents_.end()) {
+        together->insert(together->end(), it->second->begin(), it->second->end());
+      }
+    }
+    files = std::move(together);
   }
   // Ticks waiting for their files.
-  bool ticked = false;
-  for (const FolderFile& f : *files) {
-    if (pendingTicks_.erase(f.url) > 0) {
-      checked_.insert(f.url);
-      ticked = true;
+  if (!pendingTicks_.empty()) {
+    bool ticked = false;
+    for (const FolderFile& f : *files) {
+      if (pendingTicks_.erase(f.url) > 0) {
+        checked_.insert(f.url);
+        ticked = true;
+      }
+    }
+    if (ticked) {
+      emit pendingTicksChanged();
+      emit checkedChanged();
     }
   }
-  if (ticked) {
-    emit pendingTicksChanged();
-    emit checkedChanged();
-  }
-  files_ = std::move(files);
+  retire(std::exchange(files_, std::move(files)));
   emit filesChanged();
   startMetadata();
   schedulePreview();
@@ -324,7 +380,7 @@ void FolderModel::startMetadata() {
   auto bodies = std::make_shared<CameraBodies>(app_.bodies().bodies());
   const TwinOptions twins = twinOptions_;
   const std::stop_token stop = metadataStop_.get_token();
-  pool_.start([this, generation, snapshot, bodies, twins, stop] {
+  startTask([this, generation, snapshot, bodies, twins, stop] {
     Shoot shoot;
     std::vector<std::size_t> fileOf;
     for (std::size_t i = 0; i < snapshot->size(); ++i) {
@@ -368,7 +424,7 @@ void FolderModel::startMetadata() {
         this,
         [this, generation, snapshot, read] {
           if (generation != metadataGeneration_ || files_ != snapshot) return;
-          files_ = read;
+          retire(std::exchange(files_, read));
           emit filesChanged();
           schedulePreview();
         },
@@ -411,12 +467,13 @@ void FolderModel::startPreview() {
   request->order = settings.order;
   request->duplicates = settings.duplicates;
   request->naming = settings.naming;
-  request->folders = folderNames_;
+  const std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names = folderNames_;
   const std::shared_ptr<const std::vector<FolderFile>> snapshot = files_;
   const std::function<void(std::uint64_t)> hook = beforeBuild_;
 
-  pool_.start([this, generation, request, snapshot, hook] {
+  startTask([this, generation, request, snapshot, names, hook] {
     if (hook) hook(generation);
+    request->folders = *names;
     auto built = std::make_shared<Built>();
     built->generation = generation;
     built->sources = snapshot;
@@ -467,12 +524,17 @@ void FolderModel::startPreview() {
 void FolderModel::publishPreview(std::shared_ptr<Built> built) {
   --previewBuildCount_;
   emit previewBuildCountChanged();
-  if (built->generation != previewGeneration_) return;  // a newer build is on its way
-  preview_ = std::move(built->preview);
-  previewSources_ = built->sources;
-  subjectPaths_ = std::move(built->subjectPaths);
-  rowOfFile_ = std::move(built->rowOfFile);
+  if (built->generation != previewGeneration_) {  // a newer build is on its way
+    retire(std::move(built));
+    return;
+  }
+  if (!preview_) preview_.emplace();
+  std::swap(*preview_, built->preview);
+  std::swap(previewSources_, built->sources);
+  std::swap(subjectPaths_, built->subjectPaths);
+  std::swap(rowOfFile_, built->rowOfFile);
   counts_ = built->counts;
+  retire(std::move(built));  // what was shown before
   emit previewChanged();
 }
 
@@ -684,7 +746,7 @@ void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind
   if (kind == RenameHistory::Kind::rename && !job->goingBackFrom) {
     job->keepOriginals = app_.preferences().originalNames();
   }
-  pool_.start([this, job] {
+  startTask([this, job] {
     LinuxFileRenaming system;
     job->applied = job->goingBackFrom ? BatchRunner::applyGoingBack(*job->goingBackFrom, job->date,
                                                                     system, job->journalFolder)
@@ -696,7 +758,7 @@ void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind
           // The history belongs to this thread; waiting for its file does not.
           const std::shared_future<bool> saved =
               BatchRunner::record(job->applied, job->kind, job->date, app_.history());
-          pool_.start([this, job, saved] {
+          startTask([this, job, saved] {
             job->outcome.emplace(BatchRunner::settle(std::move(job->applied), saved));
             QMetaObject::invokeMethod(
                 this, [this, job] { finishBatch(job); }, Qt::QueuedConnection);

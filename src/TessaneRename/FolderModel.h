@@ -195,6 +195,11 @@ class FolderModel : public QObject {
   void finishBatch(std::shared_ptr<BatchJob> job);
   // Per path: whether it is in the scope (every file shown, or the ticked ones).
   std::vector<bool> scopeFlags(const std::vector<std::filesystem::path>& paths) const;
+  // Hands a big value that is no longer needed to a worker, so that freeing it (tens of
+  // thousands of rows) doesn't hold up the main thread.
+  template <typename T>
+  void retire(T&& old);
+  void startTask(std::function<void()> task);
 
   AppContext& app_;
   QThreadPool pool_;
@@ -221,8 +226,10 @@ class FolderModel : public QObject {
   std::shared_ptr<const std::vector<FolderFile>> previewSources_;
   std::vector<std::filesystem::path> droppedURLs_;
   std::uint64_t previewGeneration_ = 0;
-  std::map<std::filesystem::path, std::vector<FolderFile>> folderContents_;
-  std::unordered_map<std::string, FolderContents> folderNames_;  // for the clash checks
+  std::map<std::filesystem::path, std::shared_ptr<const std::vector<FolderFile>>> folderContents_;
+  // Every name in each listed folder, for the clash checks; replaced, never changed in place, so
+  // that builds can share it.
+  std::shared_ptr<const std::unordered_map<std::string, FolderContents>> folderNames_;
   std::vector<std::filesystem::path> shownFolders_;
   std::optional<AppliedBatch> performedBatch_;
   std::optional<Toast> toast_;

@@ -18,7 +18,8 @@ void SessionMemory::save(const std::vector<std::filesystem::path>& folders,
   settings_.setValue("openFolders", paths);
   const std::string rules = toJson(stack).dump(-1, ' ', false, Json::error_handler_t::replace);
   settings_.setValue("lastRules", QByteArray(rules.data(), static_cast<qsizetype>(rules.size())));
-  settings_.sync();
+  // Written out by the store itself, at its next turn of the event loop or when it closes: this
+  // runs on every edit of the rules.
 }
 
 SessionMemory::Session SessionMemory::restore(bool resumesSession) const {
