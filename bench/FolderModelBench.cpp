@@ -74,10 +74,10 @@ void BM_OpenReadPreview(benchmark::State& state) {
   const fs::path root = shoot();
   for (auto _ : state) {
     testing::TempFolder home;
-    AppContext context(std::make_unique<QSettings>(
-                           QString::fromStdString((home.path() / "t.conf").string()),
-                           QSettings::IniFormat),
-                       home.path() / "data");
+    AppContext context(
+        std::make_unique<QSettings>(QString::fromStdString((home.path() / "t.conf").string()),
+                                    QSettings::IniFormat),
+        home.path() / "data");
     FolderModel model(context);
     Counter counter;
     Rule rule;
@@ -102,8 +102,8 @@ void BM_OpenReadPreview(benchmark::State& state) {
     clock.start();
     ticker.start();
     model.open({root / "shoot"});
-    while (!(read && model.previewBuildCount() == 0 && model.previewSources().size() ==
-                                                             model.files().size())) {
+    while (!(read && model.previewBuildCount() == 0 &&
+             model.previewSources().size() == model.files().size())) {
       QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
     }
     const double total = static_cast<double>(clock.nsecsElapsed()) / 1e6;

@@ -141,6 +141,17 @@ void FolderModel::dismissToast() {
 
 // ---- Opening and listing ----
 
+void FolderModel::resumeSession() {
+  const SessionMemory::Session session =
+      SessionMemory(app_.settings()).restore(app_.preferences().resumesSession());
+  if (session.stack) setRules(*session.stack);
+  if (!session.folders.empty()) open(session.folders);
+}
+
+void FolderModel::showRecovery(const RecoveryReport& report) {
+  if (!report.empty()) setError(report.summary());
+}
+
 void FolderModel::open(const std::vector<fs::path>& urls) {
   std::vector<fs::path> newFolders;
   std::vector<fs::path> dropped;

@@ -118,6 +118,11 @@ class FolderModel : public QObject {
   RenameHistory& history() { return app_.history(); }
   BodyTable& bodies() { return app_.bodies(); }
 
+  // At start: the folders and the rules of the last session, when the user wants them back.
+  void resumeSession();
+  // At start: what the crash journal's recovery did, shown as the window's message.
+  void showRecovery(const RecoveryReport& report);
+
   // Opening: folders join the list and are selected; single files tick themselves in their
   // folder, which joins the list. The same folder or file given twice counts once.
   void open(const std::vector<std::filesystem::path>& urls);

@@ -181,6 +181,24 @@ TEST_F(Model, OpeningCountsEachPlaceOnceAndDroppedFilesAloneAreRenamed) {
   EXPECT_EQ(error(), "Add the folder to the list to go back.");
 }
 
+TEST_F(Model, TheLastSessionComesBackWhenWanted) {
+  photos_.file("a.jpg");
+  openWith("kept_{name}");
+  model_.reset();
+  app_->settings().sync();
+
+  model_ = std::make_unique<FolderModel>(*app_);
+  model_->resumeSession();
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(model_->folders(), std::vector<fs::path>{fs::canonical(photos_.path())});
+  EXPECT_EQ(model_->previewRow(model_->files().front().url)->newName.base, "kept_a");
+
+  app_->preferences().setResumesSession(false);
+  model_ = std::make_unique<FolderModel>(*app_);
+  model_->resumeSession();
+  EXPECT_TRUE(model_->folders().empty());
+}
+
 TEST_F(Model, RestoreOriginalNames) {
   photos_.file("probe");
   OriginalName::remember(photos_.path() / "probe", "x");
