@@ -3,7 +3,7 @@
 set -euo pipefail
 
 packages=(
-  cmake ninja-build g++ pkg-config clang-format
+  cmake ninja-build g++ pkg-config clang-format-14
   libicu-dev nlohmann-json3-dev
   libexiv2-dev libavformat-dev libtag1-dev libpoppler-cpp-dev
   qt6-base-dev

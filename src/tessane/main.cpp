@@ -21,7 +21,7 @@ int main(int argc, char** argv) {
       "data, previewed, applied safely and undoable.",
       "tessane"};
   app.require_subcommand(1);
-  app.set_version_flag("--version", "tessane 0.1.0");
+  app.set_version_flag("--version", "tessane " TESSANE_VERSION);
   cli::addRenameCommands(app, tool, exitCode);
   cli::addHistoryCommands(app, tool, exitCode);
   cli::addListCommand(app, tool, exitCode);
