@@ -5,10 +5,13 @@
 #include <taglib/tag.h>
 
 #include "MetadataText.h"
+#include "RenameIO/RegularFile.h"
 
 namespace tessane::AudioReader {
 
 void read(const std::filesystem::path& path, MetadataMap& out) {
+  // TagLib opens the file itself: it is given nothing but a regular file.
+  if (!RegularFile::is(path)) return;
   try {
     const TagLib::FileRef file(path.c_str(), true, TagLib::AudioProperties::Average);
     if (file.isNull()) return;

@@ -25,6 +25,7 @@
 #include "JpegExif.h"
 #include "LensEntry.h"
 #include "MetadataText.h"
+#include "RenameIO/RegularFile.h"
 
 namespace tessane::ImageReader {
 namespace {
@@ -265,18 +266,14 @@ void decodeBmffExif(std::span<const std::uint8_t> bytes, Exiv2::ExifData& exif) 
 class MappedFile {
  public:
   explicit MappedFile(const std::filesystem::path& path) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return;
-    struct stat st {};
-    if (::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) && st.st_size > 0) {
-      void* p =
-          ::mmap(nullptr, static_cast<std::size_t>(st.st_size), PROT_READ, MAP_PRIVATE, fd, 0);
-      if (p != MAP_FAILED) {
-        data_ = static_cast<const std::uint8_t*>(p);
-        size_ = static_cast<std::size_t>(st.st_size);
-      }
+    const RegularFile file = RegularFile::open(path);
+    if (!file || file.size() <= 0) return;
+    const auto size = static_cast<std::size_t>(file.size());
+    void* p = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file.fd(), 0);
+    if (p != MAP_FAILED) {
+      data_ = static_cast<const std::uint8_t*>(p);
+      size_ = size;
     }
-    ::close(fd);
   }
   ~MappedFile() {
     if (data_ != nullptr) ::munmap(const_cast<std::uint8_t*>(data_), size_);
@@ -339,15 +336,15 @@ constexpr std::size_t kPadding = 4096;
 std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& path) {
   static constexpr std::uint8_t kMagic[] = {'I', 'I', 0x1a, 0,   0,   0,   'H',
                                             'E', 'A', 'P',  'C', 'C', 'D', 'R'};
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return std::nullopt;
+  const RegularFile file = RegularFile::open(path);
+  if (!file) return std::nullopt;
+  const int fd = file.fd();
   std::optional<std::vector<std::uint8_t>> out;
   std::uint8_t head[sizeof kMagic] = {};
-  struct stat st {};
   if (::pread(fd, head, sizeof head, 0) == static_cast<ssize_t>(sizeof head) &&
-      std::memcmp(head, kMagic, sizeof kMagic) == 0 && ::fstat(fd, &st) == 0 && st.st_size > 0 &&
-      st.st_size < (256 << 20)) {
-    const auto size = static_cast<std::size_t>(st.st_size);
+      std::memcmp(head, kMagic, sizeof kMagic) == 0 && file.size() > 0 &&
+      file.size() < (256 << 20)) {
+    const auto size = static_cast<std::size_t>(file.size());
     std::vector<std::uint8_t> bytes(size + kPadding, 0);
     std::size_t done = 0;
     while (done < size) {
@@ -358,7 +355,6 @@ std::optional<std::vector<std::uint8_t>> paddedCrw(const std::filesystem::path& 
     bytes.resize(done + kPadding);
     out = std::move(bytes);
   }
-  ::close(fd);
   return out;
 }
 
@@ -505,9 +501,11 @@ bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, M
 void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
           MetadataMap& out) {
   {
-    // Most camera files are JPEGs: try the quick path on the file's head first.
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return;
+    // Most camera files are JPEGs: try the quick path on the file's head first. Nothing but a
+    // regular file is read (a pipe named like a photo would never answer).
+    const RegularFile file = RegularFile::open(path);
+    if (!file) return;
+    const int fd = file.fd();
     thread_local std::vector<std::uint8_t> head;
     thread_local std::vector<std::uint8_t> more;
     head.resize(kHeadBytes);
@@ -534,12 +532,8 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
         const ssize_t got = ::pread(fd, head.data(), head.size(), 0);
         head.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
       }
-      if (quickTiffRaw(head, kind, zone, out)) {
-        ::close(fd);
-        return;
-      }
+      if (quickTiffRaw(head, kind, zone, out)) return;
     }
-    ::close(fd);
     if (quick && mapJpeg(*quick, kind, zone, out)) return;
     if (BmffExif::looksLikeBmff(head)) {
       const MappedFile whole(path);

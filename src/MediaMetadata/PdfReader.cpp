@@ -5,6 +5,7 @@
 #include "ContainerFacts.h"
 #include "LoadableModule.h"
 #include "MetadataText.h"
+#include "RenameIO/RegularFile.h"
 #include "TimeParsing.h"
 
 namespace tessane::PdfReader {
@@ -23,6 +24,8 @@ std::string problem() {
 
 std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,
                                  MetadataMap& out) {
+  // poppler opens the file itself: it is given nothing but a regular file.
+  if (!RegularFile::is(path)) return std::nullopt;
   const auto readFacts =
       reinterpret_cast<TessaneReadPdfFacts>(documentModule().symbol("tessaneReadPdfFacts"));
   if (readFacts == nullptr) return std::nullopt;

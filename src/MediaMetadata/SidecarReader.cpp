@@ -1,7 +1,5 @@
 #include "SidecarReader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <string>
@@ -12,6 +10,7 @@
 #pragma GCC diagnostic pop
 
 #include "MetadataText.h"
+#include "RenameIO/RegularFile.h"
 
 namespace tessane::SidecarReader {
 namespace {
@@ -29,23 +28,18 @@ std::string firstText(const Exiv2::Value& value) {
 }
 
 bool readAll(const std::filesystem::path& path, std::string& out) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) return false;
-  struct stat st {};
-  bool ok = ::fstat(fd, &st) == 0 && S_ISREG(st.st_mode) &&
-            static_cast<std::uint64_t>(st.st_size) <= kMaxSidecarBytes;
-  if (ok) {
-    out.resize(static_cast<std::size_t>(st.st_size));
-    std::size_t done = 0;
-    while (done < out.size()) {
-      const ssize_t n = ::read(fd, out.data() + done, out.size() - done);
-      if (n <= 0) break;
-      done += static_cast<std::size_t>(n);
-    }
-    out.resize(done);
+  // A pipe named like a sidecar would never answer: only a regular file is read.
+  const RegularFile file = RegularFile::open(path);
+  if (!file || static_cast<std::uint64_t>(file.size()) > kMaxSidecarBytes) return false;
+  out.resize(static_cast<std::size_t>(file.size()));
+  std::size_t done = 0;
+  while (done < out.size()) {
+    const ssize_t n = ::read(file.fd(), out.data() + done, out.size() - done);
+    if (n <= 0) break;
+    done += static_cast<std::size_t>(n);
   }
-  ::close(fd);
-  return ok;
+  out.resize(done);
+  return true;
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include "ContainerFacts.h"
 #include "LoadableModule.h"
 #include "MetadataText.h"
+#include "RenameIO/RegularFile.h"
 #include "TimeParsing.h"
 
 namespace tessane::VideoReader {
@@ -59,6 +60,8 @@ std::string problem() {
 
 std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::TimeZone& zone,
                                  MetadataMap& out) {
+  // libavformat opens the file itself: it is given nothing but a regular file.
+  if (!RegularFile::is(path)) return std::nullopt;
   const auto readFacts =
       reinterpret_cast<TessaneReadVideoFacts>(containerModule().symbol("tessaneReadVideoFacts"));
   if (readFacts == nullptr) return std::nullopt;

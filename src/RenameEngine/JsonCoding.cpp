@@ -76,6 +76,33 @@ bool decodeBool(const Json& value, std::string_view key) {
   return value.get<bool>();
 }
 
+namespace {
+
+std::optional<std::string> unknownKeyAt(const Json& given, const Json& known,
+                                        const std::string& where) {
+  if (given.is_object() && known.is_object()) {
+    for (auto it = given.begin(); it != given.end(); ++it) {
+      const std::string path = where.empty() ? it.key() : where + "." + it.key();
+      const auto match = known.find(it.key());
+      if (match == known.end()) return path;
+      if (auto inner = unknownKeyAt(it.value(), *match, path)) return inner;
+    }
+  } else if (given.is_array() && known.is_array()) {
+    for (std::size_t i = 0; i < given.size() && i < known.size(); ++i) {
+      if (auto inner = unknownKeyAt(given[i], known[i], where + "[" + std::to_string(i) + "]")) {
+        return inner;
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> firstUnknownKey(const Json& given, const Json& known) {
+  return unknownKeyAt(given, known, {});
+}
+
 std::string unknownCase(std::string_view typeName, std::string_view caseName) {
   return std::string("Unknown ")
       .append(typeName)

@@ -76,6 +76,11 @@ Decoded<T> decodeSafely(Decode&& decode) noexcept {
   }
 }
 
+// The first key of `given` that its re-encoded form `known` lacks, with where it sits
+// ("stack.rules[0].enabled"); nullopt when every key was read. Objects are compared key by key and
+// arrays item by item, so a misspelt key is found at any depth instead of being read as absent.
+std::optional<std::string> firstUnknownKey(const Json& given, const Json& known);
+
 // Parses JSON text without throwing; nullopt when the text is not JSON.
 std::optional<Json> parse(std::string_view text) noexcept;
 

@@ -23,8 +23,13 @@ using Kind = NameToken::Kind;
 // The result of an operation on a base name, before locked blocks are put back.
 struct BaseResult {
   std::string text;
-  bool invalidPattern = false;
+  std::optional<OperationIssue> patternIssue = std::nullopt;  // replaceRegex: name unchanged
 };
+
+// How long one regular expression may run on one name, in the matcher's time units (about a tenth
+// of a millisecond each). Ordinary patterns on a name of 255 bytes need a few microseconds; a
+// pattern that backtracks without end ("(a+)+$") would run for minutes on every keystroke.
+constexpr int32_t kRegexTimeLimit = 50;
 
 std::string joinTokens(const std::vector<NameToken>& tokens) {
   std::string out;
@@ -263,7 +268,7 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
                        const SeparatorSet& separators) {
   const std::vector<AnchorFinder>& finders = prepared.finders;
   const BlockRef& stateBlock = prepared.block;
-  auto unchanged = [&] { return BaseResult{base, false}; };
+  auto unchanged = [&] { return BaseResult{base, std::nullopt}; };
   return std::visit(
       Overloaded{
           [&](const op::Insert& o) -> BaseResult {
@@ -363,16 +368,19 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
           },
           [&](const op::ReplaceRegex& o) -> BaseResult {
             const icu::RegexPattern* regex = prepared.regex.get();
-            if (prepared.invalidPattern || regex == nullptr) return {base, true};
+            if (prepared.invalidPattern || regex == nullptr) {
+              return {base, OperationIssue::invalidPattern()};
+            }
             UErrorCode status = U_ZERO_ERROR;
             UText ut = UTEXT_INITIALIZER;
             utext_openUTF8(&ut, base.data(), static_cast<int64_t>(base.size()), &status);
             std::unique_ptr<icu::RegexMatcher> matcher(regex->matcher(status));
             if (U_FAILURE(status) || !matcher) {
               utext_close(&ut);
-              return {base, true};
+              return {base, OperationIssue::invalidPattern()};
             }
             matcher->reset(&ut);
+            matcher->setTimeLimit(kRegexTimeLimit, status);
             struct Match {
               std::size_t begin, end;
               std::string replacement;
@@ -384,12 +392,16 @@ BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation
                       {}};
               if (U_FAILURE(status)) break;
               // Only the kept matches need their replacement; `last` keeps overwriting.
-              if (o.occurrence == Occurrence::first && !matches.empty()) break;
               expandTemplate(stateText, *matcher, base, m.replacement);
               if (o.occurrence == Occurrence::last) matches.clear();
               matches.push_back(std::move(m));
+              if (o.occurrence == Occurrence::first) break;
             }
             utext_close(&ut);
+            // Out of time (or of backtracking stack): no half-done replacement.
+            if (status == U_REGEX_TIME_OUT || status == U_REGEX_STACK_OVERFLOW) {
+              return {base, OperationIssue::patternTooSlow()};
+            }
             std::string out;
             std::size_t at = 0;
             for (const Match& m : matches) {
@@ -526,17 +538,17 @@ OperationOutcome CompiledOperation::applyWithText(const FileName& name,
   };
 
   const BaseResult plain = run(base);
-  auto outcome = [&](std::string newBase, bool protectedIssue, bool invalidPattern) {
-    std::optional<OperationIssue> issue;
-    if (invalidPattern) {
-      issue = OperationIssue::invalidPattern();
-    } else if (protectedIssue) {
+  auto outcome = [&](std::string newBase, bool protectedIssue,
+                     const std::optional<OperationIssue>& patternIssue) {
+    std::optional<OperationIssue> issue = patternIssue;
+    if (!issue && protectedIssue) {
       issue = OperationIssue::protectedBlock();
     }
     return OperationOutcome{FileName{std::move(newBase), name.ext}, std::move(issue)};
   };
-  if (context.protectedBlocks.empty()) {
-    return outcome(plain.text, false, plain.invalidPattern);
+  // A pattern that could not run on the name: running it again around the locks would not help.
+  if (context.protectedBlocks.empty() || plain.patternIssue) {
+    return outcome(plain.text, false, plain.patternIssue);
   }
 
   // Locked blocks: each becomes one private-use character while the operation runs, then its
@@ -555,7 +567,7 @@ OperationOutcome CompiledOperation::applyWithText(const FileName& name,
     tokens[*index].text = placeholder;
     masked.push_back(*index);
   }
-  if (masks.empty()) return outcome(plain.text, false, plain.invalidPattern);
+  if (masks.empty()) return outcome(plain.text, false, plain.patternIssue);
 
   const BaseResult result = run(joinTokens(tokens));
   std::string restored = result.text;
@@ -563,14 +575,14 @@ OperationOutcome CompiledOperation::applyWithText(const FileName& name,
     const std::size_t first = restored.find(placeholder);
     if (first == std::string::npos ||
         restored.find(placeholder, first + placeholder.size()) != std::string::npos) {
-      return outcome(base, true, result.invalidPattern);
+      return outcome(base, true, result.patternIssue);
     }
   }
   for (const auto& [placeholder, locked] : masks) {
     restored.replace(restored.find(placeholder), placeholder.size(), locked);
   }
   const bool changedByLock = restored != plain.text;
-  return outcome(std::move(restored), changedByLock, result.invalidPattern);
+  return outcome(std::move(restored), changedByLock, result.patternIssue);
 }
 
 OperationOutcome apply(const RenameOperation& operation, const FileName& name,

@@ -23,6 +23,8 @@ std::string OperationIssue::message(std::string_view missingText) const {
           .append("}: the plain value is used");
     case Case::invalidTemplate:
       return "A “{” has no closing “}”";
+    case Case::patternTooSlow:
+      return "The regular expression takes too long on this name: it was left as it is";
   }
   return out;
 }

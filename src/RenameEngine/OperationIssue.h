@@ -15,7 +15,8 @@ class OperationIssue {
     missingVariable,
     unknownVariable,
     invalidFormat,
-    invalidTemplate
+    invalidTemplate,
+    patternTooSlow
   };
 
   static OperationIssue invalidPattern() { return OperationIssue(Case::invalidPattern, {}); }
@@ -31,6 +32,9 @@ class OperationIssue {
     return OperationIssue(Case::invalidFormat, std::move(name));
   }
   static OperationIssue invalidTemplate() { return OperationIssue(Case::invalidTemplate, {}); }
+  // A regular expression stopped on this name before it finished (it backtracks without end, as
+  // "(a+)+$" does on a long run of "a"): the name stays as it was.
+  static OperationIssue patternTooSlow() { return OperationIssue(Case::patternTooSlow, {}); }
 
   Case kind() const noexcept { return case_; }
   // The variable's name for missingVariable, unknownVariable and invalidFormat; else empty.

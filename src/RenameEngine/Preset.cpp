@@ -9,7 +9,9 @@ std::string PresetError::message() const {
     return "This preset was made by a newer version of Tessane Rename (format " +
            std::to_string(version_) + ")";
   }
-  return "This file isn’t a preset that can be read";
+  std::string text = "This file isn’t a preset that can be read";
+  if (!detail_.empty()) text.append(": ").append(detail_);
+  return text;
 }
 
 std::variant<Preset, PresetError> decodePreset(std::string_view bytes) {
@@ -27,13 +29,22 @@ std::variant<Preset, PresetError> decodePreset(std::string_view bytes) {
     return p;
   });
   if (!preset.ok()) return PresetError::unreadable(preset.error);
+  // Every key is one this version writes: a misspelt one ("enabled" for "isEnabled") would
+  // otherwise be read as the value left out, and the rule would silently do something else.
+  if (const auto unknown = json::firstUnknownKey(*parsed, toJson(*preset.value))) {
+    return PresetError::unreadable("Unknown key “" + *unknown + "”.");
+  }
   return std::move(*preset.value);
 }
 
+Json toJson(const Preset& preset) {
+  return Json{{"name", preset.name},
+              {"schemaVersion", preset.schemaVersion},
+              {"stack", toJson(preset.stack)}};
+}
+
 std::string encodePreset(const Preset& preset) {
-  const Json document{{"name", preset.name},
-                      {"schemaVersion", preset.schemaVersion},
-                      {"stack", toJson(preset.stack)}};
+  const Json document = toJson(preset);
   // Keys come out sorted (the JSON object is ordered); text that is not UTF-8 is replaced
   // rather than failing the save.
   return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
@@ -51,9 +62,18 @@ std::string presetFileStem(std::string_view name) {
     }
     out.append(replace ? std::string_view("-") : c);
   }
-  const std::size_t first = out.find_first_not_of(" \t");
-  if (first == std::string::npos) return "Preset";
-  out = out.substr(first, out.find_last_not_of(" \t") - first + 1);
+  // Every kind of white space goes from both ends (no-break, em and ideographic spaces too), so
+  // that no preset is stored as " .tessanepreset".
+  std::size_t first = out.size();
+  std::size_t last = 0;
+  for (std::size_t offset = 0; offset < out.size();) {
+    const std::size_t start = offset;
+    if (unicode::isWhitespace(unicode::nextScalar(out, offset))) continue;
+    first = std::min(first, start);
+    last = offset;
+  }
+  if (first >= last) return "Preset";
+  out = out.substr(first, last - first);
   out.erase(0, out.find_first_not_of('.'));
   if (out.find_first_not_of('.') == std::string::npos) return "Preset";
   return out;

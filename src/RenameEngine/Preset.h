@@ -37,7 +37,7 @@ class PresetError {
   Case kind() const { return case_; }
   std::int64_t version() const { return version_; }      // unsupportedVersion
   const std::string& detail() const { return detail_; }  // unreadable: what the decoder said
-  std::string message() const;
+  std::string message() const;  // with the decoder's reason when there is one
 
   friend bool operator==(const PresetError& a, const PresetError& b) {
     return a.case_ == b.case_ && a.version_ == b.version_;
@@ -54,9 +54,11 @@ class PresetError {
 // The file's text; every schemaVersion below 2 is read (1, 0, even negative).
 std::variant<Preset, PresetError> decodePreset(std::string_view bytes);
 std::string encodePreset(const Preset& preset);
+Json toJson(const Preset& preset);
 
 // The file name of a preset without its extension: "/", ":" and control characters become
-// "-", spaces and tabs are trimmed, leading dots removed; "Preset" when nothing is left.
+// "-", white space of every kind is trimmed from both ends, leading dots removed; "Preset" when
+// nothing is left.
 std::string presetFileStem(std::string_view name);
 
 }  // namespace tessane

@@ -202,8 +202,11 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       PlannedRename& row = items[rowOf[member]];
       row.subjectIndex = member;
       row.primaryIndex = rowOf[group.primary];
-      row.newName = member == group.primary ? result.newName
-                                            : FileName{result.newName.base, current[member].ext};
+      row.newName = member == group.primary
+                        ? result.newName
+                        : FileName{result.newName.base,
+                                   stack.twinExtension(subjects[member], current[group.primary].ext,
+                                                       result.newName.ext)};
       for (const RuleIssue& issue : result.issues) {
         row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::rule, issue, {}});
       }

@@ -3,6 +3,7 @@
 #include <unicode/timezone.h>
 
 #include "DateFormatterCache.h"
+#include "NameKey.h"
 #include "Parallel.h"
 #include "Template.h"
 #include "Unicode.h"
@@ -18,7 +19,8 @@ struct CompiledRuleStack::Compiled {
   };
   RuleStack stack;
   std::shared_ptr<const SeparatorSet> separators;
-  std::vector<CompiledRule> rules;  // enabled rules only, top to bottom
+  std::vector<CompiledRule> rules;          // enabled rules only, top to bottom
+  std::vector<std::size_t> extensionRules;  // those of `rules` that change the extension
 };
 
 CompiledRuleStack::CompiledRuleStack(const RuleStack& stack)
@@ -34,6 +36,11 @@ CompiledRuleStack::CompiledRuleStack(const RuleStack& stack)
       c.operation.emplace(RenameOperation{op::Insert{{}, n->counter.position}});
     } else if (const auto* f = std::get_if<RuleAction::Format>(&rule.action.value)) {
       c.parsed.emplace(f->format.templateText);
+    }
+    if (const auto* op = std::get_if<RuleAction::Operation>(&rule.action.value);
+        op != nullptr && (std::holds_alternative<op::SetExtension>(op->operation.value) ||
+                          std::holds_alternative<op::ChangeExtensionCase>(op->operation.value))) {
+      compiled_->extensionRules.push_back(compiled_->rules.size());
     }
     compiled_->rules.push_back(std::move(c));
   }
@@ -145,6 +152,28 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameS
     }
   });
   return results;
+}
+
+std::string CompiledRuleStack::twinExtension(const RenameSubject& twin,
+                                             std::string_view primaryExtension,
+                                             std::string_view primaryNewExtension) const {
+  FileName name = FileName::parse(twin.name);
+  // "CR2.xmp" beside "CR2": the part that names the primary's extension follows it.
+  std::optional<std::string_view> named;
+  if (const std::size_t dot = name.ext.rfind('.');
+      dot != std::string::npos && !primaryExtension.empty() &&
+      NameKey::of(std::string_view(name.ext).substr(0, dot)) == NameKey::of(primaryExtension)) {
+    named = primaryNewExtension;
+    name.ext.erase(0, dot + 1);
+  }
+  for (const std::size_t r : compiled_->extensionRules) {
+    const Compiled::CompiledRule& c = compiled_->rules[r];
+    if (c.conditions.hold(twin)) name = c.operation->apply(name, {compiled_->separators, {}}).name;
+  }
+  if (!named) return std::move(name.ext);
+  std::string ext(*named);
+  if (!ext.empty() && !name.ext.empty()) ext.push_back('.');
+  return ext.append(name.ext);
 }
 
 std::vector<RuleResult> applyRuleStack(const RuleStack& stack,

@@ -85,6 +85,14 @@ class CompiledRuleStack {
   std::vector<RuleResult> apply(const std::vector<const RenameSubject*>& subjects,
                                 const NamingContext& context) const;
 
+  // The new extension of a twin that takes the new base of its primary (see Twins.h): the
+  // extension changes of the stack (setExtension, changeExtensionCase) whose conditions hold for
+  // the twin itself, applied to its own extension. A twin whose extension begins with its
+  // primary's ("IMG_1.CR2.xmp" beside "IMG_1.CR2") keeps that part in step with the primary's new
+  // extension, and the changes act on the rest.
+  std::string twinExtension(const RenameSubject& twin, std::string_view primaryExtension,
+                            std::string_view primaryNewExtension) const;
+
  private:
   struct Compiled;
   std::unique_ptr<Compiled> compiled_;

@@ -1,6 +1,17 @@
 // Twins: the RAW, JPEG, XMP and video of one shot share the name before the dot. Only the group's
 // primary (the RAW first, then the name a file manager lists first) goes through the rules; the
 // other members take its new base with their own extension.
+//
+// Extension changes still reach a twin, each as its own scope says: a rule that changes the
+// extension (setExtension, changeExtensionCase) acts on a twin's extension when its conditions
+// hold for the twin itself. So "lower-case the extension" scoped to JPEG turns the JPEG that
+// follows a RAW into ".jpg" and leaves the RAW alone, and one scoped to RAW leaves the JPEG as it
+// is. Changes of the name before the dot are the primary's alone: the twins share its base,
+// whatever their scope, or they would no longer be twins. A sidecar named after its RAW with the
+// RAW's extension ("IMG_1.CR2.xmp") keeps that part in step with the RAW's new extension
+// ("n_0001.cr2.xmp" beside "n_0001.cr2"), so that it still matches its RAW on a case-sensitive
+// disk; the extension changes that hold for the sidecar act on the rest ("xmp").
+// CompiledRuleStack::twinExtension gives that extension.
 #pragma once
 
 #include <cstddef>

@@ -2,6 +2,8 @@
 
 #include <sys/xattr.h>
 
+#include "RenameEngine/FileName.h"
+#include "RenameEngine/NameCheck.h"
 #include "RenameEngine/Parallel.h"
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/FileSystemKind.h"
@@ -15,6 +17,11 @@ std::optional<std::string> read(const std::filesystem::path& file) {
   const ssize_t got = ::lgetxattr(file.c_str(), kAttribute, value.data(), value.size());
   if (got != size) return std::nullopt;
   if (!unicode::isValidUtf8(value)) return std::nullopt;
+  // The value is text anyone can write: only a plain name that could be given as a new name is a
+  // name to go back to. A "/" would move the file out of its folder ("x/../y.jpg" through a link),
+  // a leading dot would hide it, a line break or NUL would go into its name.
+  const FileName name = FileName::parse(value);
+  if (!NameCheck::problems(name.base, name.ext).empty()) return std::nullopt;
   return value;
 }
 

@@ -4,7 +4,8 @@
 // moved to another computer.
 //
 //   read: the remembered name, or nothing (no attribute, an empty or unreadable one, a value that
-//     is not UTF-8). Never fails.
+//     is not UTF-8, or one that is not a single plain file name passing the name checks: with a
+//     "/", a leading dot, a control character, over 255 bytes). Never fails.
 //   remember: records the name unless the file already has one. The first name wins, even against
 //     a concurrent writer (XATTR_CREATE). A refusal (read-only volume, no permission, a file
 //     system without user attributes) is silent: the history can always undo a rename.

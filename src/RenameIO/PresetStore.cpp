@@ -21,7 +21,8 @@ constexpr off_t kMaxPresetBytes = 16 * 1024 * 1024;
 constexpr int kMaxNumber = 10000;
 
 std::variant<std::string, IOError> readWhole(const std::filesystem::path& file) {
-  const int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  // Without waiting: a pipe named like a preset would never answer (refused below).
+  const int fd = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   if (fd < 0) return IOError::fromErrno(errno, "read the preset", file);
   struct stat st;
   int error = 0;

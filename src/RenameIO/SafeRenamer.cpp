@@ -42,6 +42,28 @@ std::string keyOf(const std::string& folder, const std::filesystem::path& file) 
   return key;
 }
 
+// A folder's path without "." and empty components, which never change where it leads ("..",
+// which can, stays).
+std::filesystem::path withoutDots(const std::filesystem::path& folder) {
+  std::filesystem::path out;
+  for (const std::filesystem::path& part : folder) {
+    if (part != "." && !part.empty()) out /= part;
+  }
+  return out;
+}
+
+// Whether a move stays in its folder. The same spelling of the folder (up to "." components) is
+// the same folder; any other spelling is asked of the disk, since tidied text can lie: "d/x/.." is
+// "d" as text but, with x a link to another folder, the folder above that one. Both must be one
+// directory.
+bool staysInFolder(const FileMove& move, SystemFileRenaming& fs) {
+  const std::filesystem::path from = move.source.parent_path();
+  const std::filesystem::path to = move.destination.parent_path();
+  if (from.native() == to.native() || withoutDots(from) == withoutDots(to)) return true;
+  const std::optional<FileIdentity> a = fs.identity(from / ".");
+  return a && a == fs.identity(to / ".");
+}
+
 enum class Phase : unsigned char { park, place };
 
 struct Step {
@@ -110,7 +132,7 @@ class FolderView {
 std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, SystemFileRenaming& fs,
                                           std::vector<FileIdentity>& identities) {
   identities.reserve(moves.size());
-  FolderCache sourceFolders, destinationFolders;
+  FolderCache sourceFolders;
   std::unordered_set<std::string> sources;
   sources.reserve(moves.size());
   for (const FileMove& m : moves)
@@ -125,8 +147,8 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
     std::optional<FileIdentity> identity = view.identity(m.source, fs);
     if (!identity) return SafeRenameError::sourceMissing(m.source);
     identities.push_back(*identity);
-    const std::string& folder = destinationFolders.of(m.destination);
-    if (sourceFolder != folder) return SafeRenameError::notSameFolder(m);
+    if (!staysInFolder(m, fs)) return SafeRenameError::notSameFolder(m);
+    const std::string& folder = sourceFolder;  // the destination's, resolved above
     const std::string nameKey = NameKey::of(m.destination.filename().native()).value;
     std::string key = folder;
     key.push_back('\0');

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <memory>
 
+#include "FinishesInTime.h"
 #include "Fixtures.h"
 #include "TempFolder.h"
 
@@ -170,6 +171,42 @@ TEST_F(Provider, FilesThatCantBeReadGiveTheirDatesOrNothing) {
   const MetadataMap m = read(text, FileKind::image);
   EXPECT_EQ(m.size(), m.find(MetadataKey::created) != nullptr ? 2u : 1u);
   EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+}
+
+// A pipe named like a photo, a video, a song, a document or a sidecar is never opened to be read:
+// opening it would wait for a writer that never comes. Each read runs in a child that an alarm
+// stops, so a regression fails here instead of hanging.
+TEST_F(Provider, PipesNamedLikeMediaFilesAreNotReadAndNeverBlock) {
+  const auto photo = jpeg("a.jpg", {{"Iptc.Application2.City", "Milano"}});
+  ASSERT_EQ(::mkfifo((dir.path() / "a.xmp").c_str(), 0600), 0);
+  const std::pair<const char*, FileKind> pipes[] = {{"p.jpg", FileKind::image},
+                                                    {"p.CR2", FileKind::raw},
+                                                    {"p.mov", FileKind::video},
+                                                    {"p.mp3", FileKind::audio},
+                                                    {"p.pdf", FileKind::pdf}};
+  for (const auto& [name, kind] : pipes)
+    ASSERT_EQ(::mkfifo((dir.path() / name).c_str(), 0600), 0) << name;
+
+  const MetadataProvider everything(*rome(), nullptr, MetadataScope{});
+  for (const auto& [name, kind] : pipes) {
+    const std::filesystem::path pipe = dir.path() / name;
+    EXPECT_EQ(testing::finishesInTime(std::chrono::seconds(5),
+                                      [&, kind = kind] {
+                                        const MetadataMap m = everything.metadata(pipe, kind);
+                                        return m.find(MetadataKey::modified) != nullptr &&
+                                               m.find(MetadataKey::date) == nullptr;
+                                      }),
+              testing::Finished::inTime)
+        << name << ": only its file dates";
+  }
+  EXPECT_EQ(testing::finishesInTime(std::chrono::seconds(5),
+                                    [&] {
+                                      const MetadataMap m =
+                                          everything.metadata(photo, FileKind::image);
+                                      return textOf(m, MetadataKey::city) == "Milano";
+                                    }),
+            testing::Finished::inTime)
+      << "the photo is read without its sidecar, which is a pipe";
 }
 
 TEST_F(Provider, TextsThatAreNotUtf8AreReadAsLatin1) {

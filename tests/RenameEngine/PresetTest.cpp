@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <tuple>
+
 namespace tessane {
 namespace {
 
@@ -57,6 +60,30 @@ TEST(Preset, VersionsAndUnreadableFiles) {
   }
 }
 
+// A key this version doesn't write is refused wherever it sits, rather than read as the value
+// left out ("enabled": false would leave the rule on); the reason reaches the message.
+TEST(Preset, UnknownKeysAreRefusedAndTheReasonIsShown) {
+  for (const auto& [from, to, where] :
+       {std::tuple{"\"isEnabled\"", "\"enabled\"", "stack.rules[0].enabled"},
+        std::tuple{"\"separators\"", "\"separator\"", "stack.separator"},
+        std::tuple{"\"_0\" : \"lower\"", "\"_0\" : \"lower\", \"_1\" : 2",
+                   "stack.rules[0].action.operation._0.changeCase._1"},
+        std::tuple{"\"name\" :", "\"title\" : \"x\", \"name\" :", "title"}}) {
+    std::string text = kWedding;
+    text.replace(text.find(from), std::string_view(from).size(), to);
+    const auto result = decodePreset(text);
+    ASSERT_TRUE(std::holds_alternative<PresetError>(result)) << text;
+    EXPECT_EQ(
+        std::get<PresetError>(result).message(),
+        std::string("This file isn’t a preset that can be read: Unknown key “") + where + "”.");
+  }
+  const auto twoKeys = decodePreset(
+      R"({"schemaVersion":1,"name":"x","stack":{"rules":[{"action":{"a":{},"b":{}}}]}})");
+  EXPECT_EQ(std::get<PresetError>(twoKeys).message(),
+            "This file isn’t a preset that can be read: Invalid number of keys found, expected "
+            "one.");
+}
+
 TEST(Preset, FileStems) {
   EXPECT_EQ(presetFileStem("a/b: c"), "a-b- c");
   EXPECT_EQ(presetFileStem("  ..."), "Preset");
@@ -65,6 +92,10 @@ TEST(Preset, FileStems) {
   EXPECT_EQ(presetFileStem("  Wedding  "), "Wedding");
   EXPECT_EQ(presetFileStem("\tWedding"), "-Wedding");  // a tab is a control character
   EXPECT_EQ(presetFileStem("line\nbreak"), "line-break");
+  // No-break, em and ideographic spaces are white space too.
+  EXPECT_EQ(presetFileStem("\u00A0\u2003\u3000"), "Preset");
+  EXPECT_EQ(presetFileStem("\u3000Wedding\u00A0 "), "Wedding");
+  EXPECT_EQ(presetFileStem("a\u2003b"), "a\u2003b");
   EXPECT_EQ(presetFileStem("Mari\xC3\xA9"
                            "e"),
             "Mari\xC3\xA9"

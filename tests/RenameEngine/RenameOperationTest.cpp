@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -87,6 +88,28 @@ TEST(RenameOperation, RegularExpressions) {
             FileName{"a(b", "jpg"}, {});
   EXPECT_EQ(bad.name, (FileName{"a(b", "jpg"}));
   EXPECT_EQ(bad.issue, OperationIssue::invalidPattern());
+}
+
+// A pattern that backtracks without end ("(a+)+$" needs 2^n steps on n "a" and a "b") is stopped
+// on that name, which stays as it was; the same pattern still works where it is quick, and a
+// locked block does not make it run twice.
+TEST(RenameOperation, RegexThatRunsTooLongLeavesTheNameAsItIs) {
+  const RenameOperation slow{op::ReplaceRegex{"(a+)+$", "x", Occurrence::all, true}};
+  const std::string hostile = std::string(40, 'a') + "b";
+  const auto started = std::chrono::steady_clock::now();
+  const OperationOutcome stopped = apply(slow, FileName{hostile, "jpg"}, {});
+  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(1));
+  EXPECT_EQ(stopped.name, (FileName{hostile, "jpg"}));
+  EXPECT_EQ(stopped.issue, OperationIssue::patternTooSlow());
+  EXPECT_EQ(stopped.issue->message(),
+            "The regular expression takes too long on this name: it was left as it is");
+
+  EXPECT_EQ(apply(slow, FileName{"baaa", "jpg"}, {}).name.base, "bx");
+  OperationContext locked;
+  locked.protectedBlocks = {BlockRef::index(0)};
+  const OperationOutcome lockedOutcome = apply(slow, FileName{hostile + "_c", "jpg"}, locked);
+  EXPECT_EQ(lockedOutcome.name.base, hostile + "_c");
+  EXPECT_EQ(lockedOutcome.issue, OperationIssue::patternTooSlow());
 }
 
 TEST(RenameOperation, BlocksMoveAndSeparatorsStay) {

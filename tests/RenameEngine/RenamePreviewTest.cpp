@@ -75,6 +75,46 @@ TEST(Twins, GroupsShareTheRawsNewBase) {
                                 "2026-10-23_0004.pdf", "2026-10-23_0005.ARW"}));
 }
 
+Rule extensionRule(RenameOperation::Value operation, std::vector<RuleCondition> conditions = {}) {
+  Rule r;
+  r.action = {RuleAction::Operation{RenameOperation{std::move(operation)}}};
+  r.conditions = std::move(conditions);
+  return r;
+}
+
+// Extension changes reach each twin as their scope says, and a sidecar named after its RAW with the
+// RAW's extension keeps matching it; the twins still share the RAW's base.
+TEST(Twins, ExtensionChangesReachTwinsByTheirOwnScope) {
+  const std::vector<RenameSubject> shot{
+      subject("IMG_1.CR2", "/card", at(0)), subject("IMG_1.JPG", "/card", at(0)),
+      subject("IMG_1.CR2.xmp", "/card", at(0)), subject("IMG_1.xmp", "/card", at(0))};
+  const RuleCondition jpeg{RuleCondition::FileExtension{{"jpg", "jpeg"}}};
+  const RuleCondition raw{RuleCondition::Kind{{FileKind::raw}}};
+  const auto namesWith = [&](std::vector<Rule> rules) {
+    PreviewRequest q = request(shot, "n_{counter}");
+    q.order = BatchOrder::asGiven;
+    for (Rule& r : rules)
+      q.stack.rules.push_back(std::move(r));
+    return newNames(buildPreview(q));
+  };
+  using Names = std::vector<std::string>;
+
+  EXPECT_EQ(namesWith({extensionRule(op::ChangeExtensionCase{CaseStyle::lower})}),
+            (Names{"n_0001.cr2", "n_0001.jpg", "n_0001.cr2.xmp", "n_0001.xmp"}));
+  EXPECT_EQ(namesWith({extensionRule(op::ChangeExtensionCase{CaseStyle::lower}, {jpeg})}),
+            (Names{"n_0001.CR2", "n_0001.jpg", "n_0001.CR2.xmp", "n_0001.xmp"}));
+  EXPECT_EQ(namesWith({extensionRule(op::SetExtension{"dng"}, {raw})}),
+            (Names{"n_0001.dng", "n_0001.JPG", "n_0001.dng.xmp", "n_0001.xmp"}));
+  EXPECT_EQ(namesWith({extensionRule(op::SetExtension{""}, {raw}),
+                       extensionRule(op::ChangeExtensionCase{CaseStyle::upper})}),
+            (Names{"n_0001", "n_0001.JPG", "n_0001.XMP", "n_0001.XMP"}))
+      << "a RAW left without an extension takes its sidecar's named part with it";
+  // A base change scoped to JPEG does not split the shot: the JPEG follows the RAW's base.
+  Rule suffix = extensionRule(op::Insert{"_j", InsertPosition::end()}, {jpeg});
+  EXPECT_EQ(namesWith({suffix}),
+            (Names{"n_0001.CR2", "n_0001.JPG", "n_0001.CR2.xmp", "n_0001.xmp"}));
+}
+
 TEST(Twins, PrimaryByKindThenNameAndOnlyWithinOneFolder) {
   const std::vector<RenameSubject> files{subject("IMG_1.JPEG"), subject("IMG_1.JPG"),
                                          subject("img_1.cr2.xmp"), subject("IMG_1.JPG", "/other")};

@@ -150,6 +150,37 @@ TEST_P(OnRealDisk, ExclusiveRenameNeverOverwrites) {
   EXPECT_FALSE(system_.fileExists(at("d.jpg")) || system_.fileExists(at("e.jpg")));
 }
 
+// "Same folder" is the folder on disk, not tidied text: "d/x/../y.jpg" is "d/y.jpg" as text, but
+// with x a link to another folder it lands in that folder's parent. A folder reached through a
+// link to itself is the same folder, and its names clash with the names spelled directly.
+TEST_P(OnRealDisk, TheSameFolderIsTheFolderOnDisk) {
+  fs::create_directories(at("d"));
+  fs::create_directories(at("other/sub"));
+  fs::create_directory_symlink("../other/sub", at("d/x"));
+  fs::create_directory_symlink("d", at("alias"));
+  dir().file("d/a.jpg", "a");
+  dir().file("d/b.jpg", "b");
+
+  const FileMove out{at("d/a.jpg"), at("d/x/../y.jpg")};
+  Result<AppliedBatch, SafeRenameError> r =
+      SafeRenamer::apply(std::vector<FileMove>{out}, system_, kDate);
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().kind, SafeRenameError::Case::notSameFolder);
+  EXPECT_FALSE(fs::exists(at("other/y.jpg")));
+  EXPECT_EQ(contentsOf(at("d/a.jpg")), "a");
+
+  r = SafeRenamer::apply(
+      std::vector<FileMove>{{at("d/a.jpg"), at("d/z.jpg")}, {at("d/b.jpg"), at("alias/Z.jpg")}},
+      system_, kDate);
+  ASSERT_FALSE(r.ok());
+  EXPECT_EQ(r.error().kind, SafeRenameError::Case::duplicateDestination);
+
+  r = SafeRenamer::apply(std::vector<FileMove>{{at("d/b.jpg"), at("alias/c.jpg")}}, system_, kDate);
+  ASSERT_TRUE(r.ok());
+  EXPECT_EQ(contentsOf(at("d/c.jpg")), "b");
+  EXPECT_FALSE(fs::exists(at("d/b.jpg")));
+}
+
 TEST_P(OnRealDisk, AListingGivesEveryEntryWithTheIdentityLstatGives) {
   dir().file("a.jpg", "a");
   dir().file(".hidden", "h");

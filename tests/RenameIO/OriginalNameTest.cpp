@@ -85,6 +85,20 @@ TEST_F(OriginalNameTest, ValuesThatAreNotNamesReadAsNothingAndStay) {
   EXPECT_FALSE(OriginalName::read(empty));
 
   OriginalName::remember(dir_.path() / "missing.jpg", "x");  // silently nothing
+
+  // Anyone can write the attribute: only a single plain name that passes the name checks is a name
+  // to go back to. A path would move the file out of its folder, a leading dot hide it.
+  const fs::path file = dir_.file("hostile.jpg");
+  for (const std::string& value :
+       {std::string("x/../y.jpg"), std::string("/tmp/y.jpg"), std::string(".hidden.jpg"),
+        std::string(".."), std::string("line\nbreak.jpg"), std::string("nul\0.jpg", 8),
+        std::string("a:b.jpg"), std::string(300, 'a') + ".jpg"}) {
+    ASSERT_EQ(::lremovexattr(file.c_str(), OriginalName::kAttribute) == 0 || errno == ENODATA,
+              true);
+    ASSERT_EQ(::lsetxattr(file.c_str(), OriginalName::kAttribute, value.data(), value.size(), 0),
+              0);
+    EXPECT_FALSE(OriginalName::read(file)) << value;
+  }
 }
 
 TEST_F(OriginalNameTest, SymbolicLinksAreNeverFollowed) {

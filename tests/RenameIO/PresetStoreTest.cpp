@@ -6,6 +6,7 @@
 
 #include <fstream>
 
+#include "FinishesInTime.h"
 #include "TempFolder.h"
 
 namespace tessane {
@@ -79,6 +80,22 @@ TEST(PresetStore, ListingReportsEveryBadFileAndSkipsOthers) {
   ASSERT_FALSE(store.remove(listing.value().presets[0].file).has_value());
   EXPECT_EQ(store.list().value().presets.size(), 1u);
   EXPECT_TRUE(store.remove(dir.path() / "gone.tessanepreset").has_value());
+}
+
+// A pipe named like a preset is listed as a failure at once: opening it for reading would wait
+// for a writer. The listing runs in a child that an alarm stops, so a regression fails here.
+TEST(PresetStore, APipeNamedLikeAPresetIsAFailureAndNeverBlocks) {
+  TempFolder dir;
+  const PresetStore store(dir.path());
+  ASSERT_TRUE(store.save(preset("Shoot")).ok());
+  ASSERT_EQ(::mkfifo((dir.path() / "pipe.tessanepreset").c_str(), 0600), 0);
+  EXPECT_EQ(testing::finishesInTime(std::chrono::seconds(5),
+                                    [&] {
+                                      const Result<PresetStore::Listing> listing = store.list();
+                                      return listing.ok() && listing.value().presets.size() == 1 &&
+                                             listing.value().failures.size() == 1;
+                                    }),
+            testing::Finished::inTime);
 }
 
 TEST(PresetStore, AFolderThatCannotBeMadeIsAnError) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <nlohmann/json.hpp>
 
 #include <filesystem>
@@ -6,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "FinishesInTime.h"
 #include "ToolRunner.h"
 
 namespace tessane::testing {
@@ -132,6 +134,26 @@ TEST(Meta, FilesThatAreNotMediaStillGiveTheirDates) {
   for (const json& entry : all) {
     EXPECT_TRUE(entry["metadata"].contains("modified")) << entry.dump();
     EXPECT_FALSE(entry["metadata"].contains("make")) << entry.dump();
+  }
+}
+
+// Pipes named like a sidecar and a video beside a photo: `preview` (which reads the sidecar for
+// {title}) and `meta` finish instead of waiting for a writer. Each run is in a child that an alarm
+// stops, so a regression fails here instead of hanging.
+TEST(Meta, PipesNamedLikeMediaFilesNeverHangPreviewOrMeta) {
+  ToolRunner tool;
+  TempFolder folder;
+  folder.file("a.jpg", "\xFF\xD8 not really a JPEG");
+  for (const char* name : {"a.xmp", "p.mov"})
+    ASSERT_EQ(::mkfifo((folder.path() / name).c_str(), 0600), 0) << name;
+  const std::vector<std::vector<std::string>> runs{
+      {"preview", folder.path().string(), "--template", "{title}_{counter}"},
+      {"meta", (folder.path() / "p.mov").string(), (folder.path() / "a.jpg").string()}};
+  for (const std::vector<std::string>& args : runs) {
+    EXPECT_EQ(
+        finishesInTime(std::chrono::seconds(10), [&] { return tool.run(args).exitCode == 0; }),
+        Finished::inTime)
+        << args[0];
   }
 }
 
