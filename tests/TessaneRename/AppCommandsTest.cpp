@@ -5,6 +5,7 @@
 #include <set>
 #include <string>
 
+#include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppCommands.h"
 #include "TessaneRename/Preferences.h"

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <mutex>
 
+#include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/DesktopServices.h"
 

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "FakeDesktopServices.h"
+#include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/PresetLibrary.h"
 
