@@ -9,6 +9,7 @@ packages=(
   qt6-base-dev
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
   exfatprogs exfat-fuse
+  dbus-daemon
 )
 
 missing=()

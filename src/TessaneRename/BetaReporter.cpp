@@ -1,0 +1,125 @@
+#include "BetaReporter.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSaveFile>
+#include <QUrl>
+#include <QUrlQuery>
+
+#include "RenameIO/DataFolder.h"
+#include "TessaneRename/DesktopServices.h"
+
+namespace tessane {
+namespace {
+
+QString pathText(const std::filesystem::path& path) {
+  return QFile::decodeName(path.c_str());
+}
+
+bool writeAtomically(const std::filesystem::path& file, const QString& text) {
+  QSaveFile out(pathText(file));
+  if (!out.open(QIODevice::WriteOnly)) return false;
+  out.write(text.toUtf8());
+  return out.commit();
+}
+
+}  // namespace
+
+std::filesystem::path BetaReporter::standardFolder() {
+  return DataFolder::location() / "Beta";
+}
+
+BetaReporter::BetaReporter(std::filesystem::path folder, QString version, DesktopServices& desktop,
+                           std::filesystem::path temporaryFolder, QObject* parent)
+    : QObject(parent),
+      version_(std::move(version)),
+      desktop_(desktop),
+      temporaryFolder_(std::move(temporaryFolder)),
+      diary_(std::make_unique<BetaDiary>(folder / "Diary.log")),
+      watch_(std::make_unique<CrashWatch>(folder)) {}
+
+BetaReporter::~BetaReporter() = default;
+
+void BetaReporter::launch() {
+  watch_->start();
+  crash_ = watch_->crashText();
+  diary_->writeLaunch(version_.toStdString(), watch_->previousRunEndedSuddenly());
+}
+
+void BetaReporter::quit() {
+  diary_->write("Quit");
+  watch_->stop();
+}
+
+void BetaReporter::setContext(const QString& errorOnScreen, const QStringList& folders,
+                              const QString& rules) {
+  const QString none = QCoreApplication::translate("BetaReporter", "(none)");
+  context_ = QCoreApplication::translate("BetaReporter", "Error on screen: %1")
+                 .arg(errorOnScreen.isEmpty() ? none : errorOnScreen) +
+             "\n" +
+             QCoreApplication::translate("BetaReporter", "Folders in the list: %1")
+                 .arg(folders.isEmpty() ? none : folders.join(", "));
+  rules_ = rules;
+}
+
+BetaReport BetaReporter::report(const QString& comment, bool includesDetails) const {
+  BetaReport r;
+  r.comment = comment;
+  r.system = BetaReport::System::current(version_);
+  r.context = context_;
+  for (const std::string& line : diary_->lines())
+    r.diary << QString::fromStdString(line);
+  r.rules = rules_;
+  r.crash = crash_;
+  r.includesDetails = includesDetails;
+  return r;
+}
+
+bool BetaReporter::send(const QString& comment, bool includesDetails) {
+  const QString text = report(comment, includesDetails).text();
+  const QString subject =
+      QCoreApplication::translate("BetaReporter", "Tessane Rename %1: problem report")
+          .arg(version_);
+  const std::filesystem::path attachment = temporaryFolder_ / kSaveName;
+  bool handed = false;
+  if (writeAtomically(attachment, text)) {
+    MailDraft draft;
+    draft.recipient = kSupportAddress;
+    draft.subject = subject;
+    draft.body =
+        QCoreApplication::translate("BetaReporter", "The details are in the attached file.");
+    draft.attachment = attachment;
+    handed = desktop_.composeMail(draft);
+  }
+  if (!handed) {
+    QUrl mail;
+    mail.setScheme("mailto");
+    mail.setPath(kSupportAddress);
+    QUrlQuery query;
+    query.addQueryItem("subject", QString::fromUtf8(QUrl::toPercentEncoding(subject)));
+    query.addQueryItem("body", QString::fromUtf8(QUrl::toPercentEncoding(text)));
+    mail.setQuery(query);
+    handed = desktop_.openUrl(mail);
+  }
+  if (!handed) {
+    setStatusMessage(QCoreApplication::translate(
+        "BetaReporter", "No mail app could take the report: save it and send the file."));
+    return false;
+  }
+  diary_->write("Problem report sent");
+  setStatusMessage(QCoreApplication::translate("BetaReporter", "Report sent to your mail app"));
+  return true;
+}
+
+bool BetaReporter::save(const std::filesystem::path& file, const QString& comment,
+                        bool includesDetails) {
+  return writeAtomically(file, report(comment, includesDetails).text());
+}
+
+void BetaReporter::setStatusMessage(const QString& message) {
+  if (message == statusMessage_) return;
+  statusMessage_ = message;
+  emit statusMessageChanged();
+}
+
+}  // namespace tessane
