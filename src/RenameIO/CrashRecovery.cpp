@@ -115,12 +115,6 @@ std::set<std::string> runningTags(const std::filesystem::path& journalFolder) {
 
 }  // namespace
 
-static std::string quoted(const std::filesystem::path& p) {
-  std::string out("“");
-  out.append(unicode::toDisplayable(p.native())).append("”");
-  return out;
-}
-
 namespace {
 
 // An open journal whose lock this process holds; closing it releases the lock.
@@ -207,39 +201,5 @@ std::vector<FileMove> restoreTemporaryNames(const std::filesystem::path& folder,
 }
 
 }  // namespace CrashRecovery
-
-std::string RecoveryReport::summary() const {
-  std::string out;
-  for (const RecoveredBatch& b : batches) {
-    if (b.notPutBack.empty()) {
-      out.append("A rename was interrupted; its ")
-          .append(std::to_string(b.putBack + b.alreadyHome))
-          .append(b.putBack + b.alreadyHome == 1 ? " file is" : " files are")
-          .append(" back at the names they had before it.\n");
-      continue;
-    }
-    out.append("A rename was interrupted and not every file could be put back (")
-        .append(std::to_string(b.putBack + b.alreadyHome))
-        .append(" of ")
-        .append(std::to_string(b.putBack + b.alreadyHome + b.notPutBack.size()))
-        .append(" are back). Another try is made at the next start.\n");
-    for (const FileMove& m : b.notPutBack) {
-      out.append("  ").append(CrashRecovery::quoted(m.destination));
-      if (m.source.empty()) {
-        out.append(" can’t be found.\n");
-      } else {
-        out.append(" is still called ")
-            .append(CrashRecovery::quoted(m.source.filename()))
-            .append(".\n");
-      }
-    }
-  }
-  for (const std::filesystem::path& p : unreadableJournals) {
-    out.append("The record of an interrupted rename can’t be read: ")
-        .append(CrashRecovery::quoted(p))
-        .append(".\n");
-  }
-  return out;
-}
 
 }  // namespace tessane

@@ -45,8 +45,6 @@ struct RecoveryReport {
   std::vector<std::filesystem::path> unreadableJournals;  // left in place, for a person to look at
 
   bool empty() const { return batches.empty() && unreadableJournals.empty(); }
-  // What happened, in a few lines for the user; empty when there was nothing to recover.
-  std::string summary() const;
 };
 
 namespace CrashRecovery {

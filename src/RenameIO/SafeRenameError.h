@@ -32,10 +32,6 @@ struct SafeRenameError {
   static SafeRenameError destinationExists(std::filesystem::path destination);
   static SafeRenameError failed(std::filesystem::path file, std::vector<FileMove> stranded,
                                 std::optional<IOError> cause);
-
-  // The text shown to the user, with the file's name in curly quotes. Empty for `failed` with
-  // stranded files: those are reported file by file by whoever shows them.
-  std::string message() const;
 };
 
 }  // namespace tessane

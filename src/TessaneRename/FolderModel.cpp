@@ -149,7 +149,7 @@ void FolderModel::resumeSession() {
 }
 
 void FolderModel::showRecovery(const RecoveryReport& report) {
-  if (!report.empty()) setError(report.summary());
+  if (!report.empty()) setError(Messages::of(report));
 }
 
 void FolderModel::open(const std::vector<fs::path>& urls) {

@@ -129,6 +129,41 @@ std::string of(const ShootNotice& n) {
   return {};
 }
 
+std::string of(const RecoveryReport& report) {
+  std::string out;
+  for (const RecoveredBatch& b : report.batches) {
+    const std::size_t home = b.putBack + b.alreadyHome;
+    if (b.notPutBack.empty()) {
+      out.append(home == 1 ? tr("A rename was interrupted; its file is back at the name it had "
+                                "before it.")
+                           : tr("A rename was interrupted; its %1 files are back at the names "
+                                "they had before it.",
+                                count(static_cast<std::int64_t>(home))))
+          .append("\n");
+      continue;
+    }
+    out.append(tr("A rename was interrupted and not every file could be put back (%1 of %2 are "
+                  "back). Another try is made at the next start.",
+                  count(static_cast<std::int64_t>(home)),
+                  count(static_cast<std::int64_t>(home + b.notPutBack.size()))))
+        .append("\n");
+    for (const FileMove& m : b.notPutBack) {
+      const std::string where = Messages::quoted(m.destination.native());
+      out.append("  ")
+          .append(m.source.empty() ? tr("%1 can’t be found.", where)
+                                   : tr("%1 is still called %2.", where,
+                                        Messages::quoted(m.source.filename().native())))
+          .append("\n");
+    }
+  }
+  for (const std::filesystem::path& p : report.unreadableJournals) {
+    out.append(tr("The record of an interrupted rename can’t be read: %1.",
+                  Messages::quoted(p.native())))
+        .append("\n");
+  }
+  return out;
+}
+
 std::string dropSomething() {
   return tr("Drop a folder or some files.");
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "RenameIO/CrashRecovery.h"
 #include "RenameIO/SafeRenameError.h"
 #include "TessaneRename/BatchRunner.h"
 #include "TessaneRename/RenamePlan.h"
@@ -24,6 +25,8 @@ std::string of(const BatchRunner::Failure& failure);
 std::string of(const PlanProblem& problem);
 std::string of(const ShootProblem& problem);
 std::string of(const ShootNotice& notice);
+// What the crash journal's recovery did, in a few lines; empty when there was nothing to do.
+std::string of(const RecoveryReport& report);
 
 // The folder model's own.
 std::string dropSomething();  // nothing usable was opened

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <string>
 
+#include "TessaneRename/Messages.h"
 #include "Tool.h"
 
 using namespace tessane;
@@ -13,7 +14,7 @@ int main(int argc, char** argv) {
   cli::Tool tool;
   // A batch that a killed process left half done is put back before anything else happens.
   if (const RecoveryReport report = tool.app().start(); !report.empty()) {
-    std::fprintf(stderr, "tessane: %s", report.summary().c_str());
+    std::fprintf(stderr, "tessane: %s", Messages::of(report).c_str());
   }
   int exitCode = cli::kExitOk;
   CLI::App app{

@@ -111,8 +111,7 @@ TEST(CrashRecovery, NameTakenMeanwhileIsReportedAndRetriedLater) {
   EXPECT_EQ(report.batches[0].notPutBack[0].destination, testing::at("b.jpg"));
   EXPECT_TRUE(report.batches[0].journalKept);
   EXPECT_EQ(fs.snapshot().at("/card/a.jpg"), "a");
-  EXPECT_NE(report.summary().find("“/card/b.jpg” is still called “.tessane-"), std::string::npos)
-      << report.summary();
+  EXPECT_TRUE(report.batches[0].notPutBack[0].source.filename().native().starts_with(".tessane-"));
 
   fs.remove(testing::at("b.jpg"));
   report = CrashRecovery::recoverJournals(journals.path(), fs);
@@ -120,9 +119,7 @@ TEST(CrashRecovery, NameTakenMeanwhileIsReportedAndRetriedLater) {
   EXPECT_TRUE(report.batches[0].notPutBack.empty());
   EXPECT_EQ(fs.snapshot(),
             (std::map<std::string, std::string>{{"/card/a.jpg", "a"}, {"/card/b.jpg", "b"}}));
-  EXPECT_EQ(report.summary(),
-            "A rename was interrupted; its 2 files are back at the names they "
-            "had before it.\n");
+  EXPECT_EQ(report.batches[0].putBack + report.batches[0].alreadyHome, 2u);
   EXPECT_TRUE(CrashRecovery::recoverJournals(journals.path(), fs).empty());
 }
 

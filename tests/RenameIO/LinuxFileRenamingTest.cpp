@@ -66,7 +66,7 @@ TEST_P(OnRealDisk, SwapsRotationsAndCaseOnlyChanges) {
                                     {at("r1.jpg"), at("r2.jpg")}, {at("r2.jpg"), at("r3.jpg")},
                                     {at("r3.jpg"), at("r1.jpg")}, {at("img.jpg"), at("IMG.JPG")}};
   Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(moves, system_, kDate);
-  ASSERT_TRUE(r.ok()) << r.error().message();
+  ASSERT_TRUE(r.ok()) << static_cast<int>(r.error().kind);
   EXPECT_EQ(folderContents(dir().path()), (std::map<std::string, std::string>{{"A.jpg", "b"},
                                                                               {"B.jpg", "a"},
                                                                               {"r1.jpg", "3"},
@@ -82,7 +82,7 @@ TEST_P(OnRealDisk, DecomposedNamesAreMovedByTheirOwnBytes) {
   // Its destination's key is its own source's key: allowed, and the bytes on disk change.
   Result<AppliedBatch, SafeRenameError> r =
       SafeRenamer::apply(std::vector<FileMove>{{at(decomposed), at(composed)}}, system_, kDate);
-  ASSERT_TRUE(r.ok()) << r.error().message();
+  ASSERT_TRUE(r.ok()) << static_cast<int>(r.error().kind);
   EXPECT_EQ(folderContents(dir().path()),
             (std::map<std::string, std::string>{{composed, "summer"}}));
 

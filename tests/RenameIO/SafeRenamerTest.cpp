@@ -49,7 +49,7 @@ void runAndVerify(const Shape& shape, bool caseInsensitive, const std::set<std::
   const std::size_t firstFailure =
       std::min(failing.empty() ? SIZE_MAX : *failing.begin(), diesAt == 0 ? SIZE_MAX : diesAt);
   if (firstFailure > 2 * moves.size()) {
-    ASSERT_TRUE(result.ok()) << result.error().message();
+    ASSERT_TRUE(result.ok()) << static_cast<int>(result.error().kind);
     EXPECT_EQ(result.value().moves, moves);
     for (const FileMove& m : moves)
       expected.erase(m.source.native());
@@ -126,12 +126,10 @@ TEST_P(SafeRenamerChecks, RefuseBeforeAnythingMoves) {
   SafeRenameError e = refusal({mv(at("a.jpg"), at("x.jpg")), mv(at("gone.jpg"), at("y.jpg"))});
   EXPECT_EQ(e.kind, SafeRenameError::Case::sourceMissing);
   EXPECT_EQ(e.url, at("gone.jpg"));
-  EXPECT_EQ(e.message(), "“gone.jpg” is no longer in the folder.");
 
   e = refusal({mv(at("a.jpg"), "/elsewhere/a.jpg")});
   EXPECT_EQ(e.kind, SafeRenameError::Case::notSameFolder);
   EXPECT_EQ(e.move.destination, "/elsewhere/a.jpg");
-  EXPECT_EQ(e.message(), "Couldn’t rename “a.jpg”.");
 
   e = refusal({mv(at("a.jpg"), at("IMG.jpg"))});  // the same name up to case, held by an outsider
   EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
@@ -139,14 +137,11 @@ TEST_P(SafeRenamerChecks, RefuseBeforeAnythingMoves) {
   EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
   e = refusal({mv(at("a.jpg"), at("Cafe\u0301.JPG"))});  // decomposed against composed
   EXPECT_EQ(e.kind, SafeRenameError::Case::destinationExists);
-  EXPECT_EQ(e.message(),
-            "There’s already a file called “Cafe\u0301.JPG” in the folder. Rename or move it and "
-            "try again.");
+  EXPECT_EQ(e.url, at("Cafe\u0301.JPG"));
 
   e = refusal({mv(at("a.jpg"), at("NEW.jpg")), mv(at("b.jpg"), at("new.JPG"))});
   EXPECT_EQ(e.kind, SafeRenameError::Case::duplicateDestination);
   EXPECT_EQ(e.url, at("new.JPG"));
-  EXPECT_EQ(e.message(), "Two files would be called “new.JPG”.");
 
   // Equivalent spellings of one folder are the same folder.
   EXPECT_FALSE(SafeRenamer::check(std::vector<FileMove>{mv(at("a.jpg"), "/card/./z.jpg")}, fs));
@@ -169,7 +164,7 @@ TEST_P(SafeRenamerChecks, ACaseSensitiveVolumeHoldsNamesThatDifferOnlyInCase) {
 
 INSTANTIATE_TEST_SUITE_P(ListedOrAsked, SafeRenamerChecks, ::testing::Bool());
 
-TEST(SafeRenamer, FailureMessageNamesTheFileWhenNothingIsStranded) {
+TEST(SafeRenamer, AFailureNamesTheFileWhenNothingIsStranded) {
   FakeFileRenaming fs;
   fs.add(at("a.jpg"), "a");
   fs.add(at("b.jpg"), "b");
@@ -179,8 +174,6 @@ TEST(SafeRenamer, FailureMessageNamesTheFileWhenNothingIsStranded) {
   ASSERT_FALSE(r.ok());
   EXPECT_EQ(r.error().url, at("b.jpg"));
   EXPECT_TRUE(r.error().stranded.empty());
-  EXPECT_EQ(r.error().message(),
-            "Couldn’t rename “b.jpg”. It may be in use by another app: close it and try again.");
 
   FakeFileRenaming second;
   second.add(at("a.jpg"), "a");
@@ -192,7 +185,6 @@ TEST(SafeRenamer, FailureMessageNamesTheFileWhenNothingIsStranded) {
   ASSERT_EQ(r.error().stranded.size(), 1u);
   EXPECT_EQ(r.error().stranded[0].destination, at("a.jpg"));
   EXPECT_TRUE(r.error().stranded[0].source.filename().native().starts_with(".tessane-"));
-  EXPECT_EQ(r.error().message(), "") << "stranded files are reported one by one";
 }
 
 }  // namespace

@@ -133,5 +133,31 @@ TEST_F(Workflow, HistoryEntriesAreNamedByTheStartOfTheirIds) {
   EXPECT_EQ(entryToUndo(history)->id, history.entries()[1].id);
 }
 
+TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
+  using E = SafeRenameError;
+  EXPECT_EQ(Messages::of(E::sourceMissing("/card/gone.jpg")),
+            "“gone.jpg” is no longer in the folder.");
+  EXPECT_EQ(Messages::of(E::notSameFolder({"/card/a.jpg", "/x/a.jpg"})),
+            "Couldn’t rename “a.jpg”.");
+  EXPECT_EQ(Messages::of(E::destinationExists("/card/Cafe\u0301.JPG")),
+            "There’s already a file called “Cafe\u0301.JPG” in the folder. Rename or move it and "
+            "try again.");
+  EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {}, std::nullopt)),
+            "Couldn’t rename “b.jpg”. It may be in use by another app: close it and try again.");
+  EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {{"/card/.t-b.jpg", "/card/b.jpg"}}, {})),
+            "Some files couldn’t go back to their names");
+
+  RecoveryReport report;
+  report.batches.push_back(RecoveredBatch{Uuid::random(), 2, 0, {}, false});
+  EXPECT_EQ(Messages::of(report),
+            "A rename was interrupted; its 2 files are back at the names they had before it.\n");
+  report.batches[0].notPutBack = {{"/card/.tessane-1-b.jpg", "/card/b.jpg"}, {{}, "/card/c.jpg"}};
+  EXPECT_EQ(Messages::of(report),
+            "A rename was interrupted and not every file could be put back (2 of 4 are back). "
+            "Another try is made at the next start.\n"
+            "  “/card/b.jpg” is still called “.tessane-1-b.jpg”.\n"
+            "  “/card/c.jpg” can’t be found.\n");
+}
+
 }  // namespace
 }  // namespace tessane
