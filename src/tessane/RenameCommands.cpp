@@ -282,20 +282,12 @@ int runRename(const PlanOptions& o, Tool& tool) {
     tool.error("Fix the errors before renaming.");
     return kExitRefused;
   }
-  // The moves name absolute paths, as the history keeps them; each folder is resolved once.
+  // The moves name absolute paths in the resolved folders the preview compared.
   std::vector<FileMove> moves;
-  std::filesystem::path givenFolder, absoluteFolder;
   for (std::size_t r : p->preview.changedFiles) {
     const PlannedRename& row = p->preview.items[r];
-    const std::filesystem::path& given = p->shoot.paths[row.subjectIndex];
-    if (moves.empty() || given.parent_path() != givenFolder) {
-      givenFolder = given.parent_path();
-      std::error_code ignored;
-      absoluteFolder = givenFolder.empty() ? std::filesystem::current_path(ignored)
-                                           : std::filesystem::absolute(givenFolder, ignored);
-    }
-    moves.push_back(
-        FileMove{absoluteFolder / given.filename(), absoluteFolder / row.newName.fullName()});
+    const RenameSubject& s = p->shoot.subjects[row.subjectIndex];
+    moves.push_back(FileMove{s.folder / s.name, s.folder / row.newName.fullName()});
   }
   if (moves.empty()) {
     tool.error("There’s nothing to rename.");

@@ -41,7 +41,7 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
                  std::string(FolderListing::kNameNotTextWarning));
       return;
     }
-    if (!seen.insert(file.path.native()).second) return;
+    if (!seen.insert((folder / file.name).native()).second) return;
     RenameSubject subject;
     subject.name = file.name;
     subject.folder = folder;
@@ -65,19 +65,20 @@ std::optional<Shoot> gatherShoot(const ShootRequest& request, const Tool& tool) 
                    std::generic_category().message(files.error().code));
         return std::nullopt;
       }
+      const std::filesystem::path folder = FolderListing::resolvedFolder(path);
       for (const ListedFile& f : files.value())
-        add(f, path);
-      if (shoot.folders.count(path.native()) == 0) addFolderContents(shoot, path, &files.value());
+        add(f, folder);
+      if (shoot.folders.count(folder.native()) == 0)
+        addFolderContents(shoot, folder, &files.value());
       continue;
     }
     if (!std::filesystem::is_regular_file(status)) {
       tool.error(inQuotes(path.native()) + " isn’t a file or a folder that can be renamed.");
       return std::nullopt;
     }
-    std::filesystem::path folder = path.parent_path();
-    if (folder.empty()) folder = ".";
+    const std::filesystem::path folder = FolderListing::resolvedFolder(path.parent_path());
     const std::string name = path.filename().native();
-    add(ListedFile{folder / name, name, unicode::isValidUtf8(name)}, folder);
+    add(ListedFile{path, name, unicode::isValidUtf8(name)}, folder);
     if (shoot.folders.count(folder.native()) == 0) addFolderContents(shoot, folder, nullptr);
   }
 

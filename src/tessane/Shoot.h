@@ -24,7 +24,7 @@ namespace tessane::cli {
 struct Shoot {
   std::vector<RenameSubject> subjects;       // in the order given, folders in listing order
   std::vector<std::filesystem::path> paths;  // each subject's path, its bytes as listed
-  std::unordered_map<std::string, FolderContents> folders;  // by folder path
+  std::unordered_map<std::string, FolderContents> folders;  // by resolved folder path
 };
 
 struct ShootRequest {
@@ -40,6 +40,8 @@ struct ShootRequest {
   bool readOriginalNames = true;  // the camera names remembered in the files
 };
 
+// Each subject's folder is its resolved folder (FolderListing::resolvedFolder), so one folder
+// spelt two ways is one folder, and a file given twice counts once.
 // The shoot, or nullopt after the problem was reported (a path that doesn't exist, a folder that
 // can't be read, a read stopped by Ctrl-C). Files whose names are not text are left out, with a
 // warning; their names still count as taken.
