@@ -104,6 +104,10 @@ TEST_F(VariableValues, DatesInTheContextTimeZone) {
             VariableValue::value("2024-05-02_00-30-15"));
   EXPECT_EQ(value(TemplateVariable::date, "HH:mm.SSS"), VariableValue::value("00:30.250"));
   EXPECT_EQ(value(TemplateVariable::date, "EEE d MMM"), VariableValue::value("Thu 2 May"));
+  // A pattern ICU can't write in full gives the plain date, flagged, not a name cut short.
+  EXPECT_EQ(value(TemplateVariable::date, "yyyy-foo"), VariableValue::invalidFormat("2024-05-02"));
+  EXPECT_EQ(value(TemplateVariable::date, "foo"), VariableValue::invalidFormat("2024-05-02"));
+  EXPECT_EQ(value(TemplateVariable::date, "yyyy 'foo'"), VariableValue::value("2024 foo"));
   // The subject's own (clock-corrected) capture date wins over the metadata.
   subject_.captureDate = when + hours(2);
   EXPECT_EQ(value(TemplateVariable::date, "HH"), VariableValue::value("02"));
