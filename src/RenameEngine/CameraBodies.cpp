@@ -60,6 +60,12 @@ std::string CameraBodies::normalizedKey(std::string_view key) {
   return unicode::toLower(unicode::toNfc(trimmed(key)));
 }
 
+bool CameraBodies::sameBody(const MetadataMap& a, const MetadataMap& b) {
+  const std::optional<std::string> first = bodyKey(a);
+  const std::optional<std::string> second = bodyKey(b);
+  return first && second && normalizedKey(*first) == normalizedKey(*second);
+}
+
 std::optional<std::string> CameraBodies::tag(const MetadataMap& metadata) const {
   if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::serial))) return *t;
   if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::model))) return *t;
@@ -160,7 +166,7 @@ std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraB
                                                                    const MetadataMap& right,
                                                                    const MetadataMap& wrong) {
   const std::optional<std::string> key = CameraBodies::bodyKey(wrong);
-  if (!key) return std::nullopt;
+  if (!key || CameraBodies::sameBody(right, wrong)) return std::nullopt;
   const MetadataValue* r = right.find(MetadataKey::date);
   const MetadataValue* w = wrong.find(MetadataKey::date);
   const Date* rightTime = r ? r->asDate() : nullptr;
@@ -175,7 +181,14 @@ std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraB
     it = CameraBodies::normalizedKey(it->first) == wanted ? updated.clockOffsets.erase(it)
                                                           : std::next(it);
   }
-  if (offset != 0) updated.clockOffsets[*key] = offset;
+  // A serial keeps an explicit zero while its model has an offset: without an entry of its own
+  // the model's offset would apply to this camera again.
+  const double* modelOffset = key == textOf(wrong, MetadataKey::serial)
+                                  ? lookup(updated.clockOffsets, textOf(wrong, MetadataKey::model))
+                                  : nullptr;
+  if (offset != 0 || (modelOffset != nullptr && *modelOffset != 0)) {
+    updated.clockOffsets[*key] = offset;
+  }
 
   const std::string label = bodies.tag(wrong).value_or(*key);
   ClockSyncResult result{*key, offset, {}};

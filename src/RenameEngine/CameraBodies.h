@@ -22,6 +22,8 @@ struct CameraBodies {
   static std::optional<std::string> bodyKey(const MetadataMap& metadata);
   // The form keys are compared in: trimmed, lower-cased.
   static std::string normalizedKey(std::string_view key);
+  // Whether two files come from one body: both have a key, and the keys name the same body.
+  static bool sameBody(const MetadataMap& a, const MetadataMap& b);
 
   // The tag for a file's body: by its serial, else by its model.
   std::optional<std::string> tag(const MetadataMap& metadata) const;
@@ -52,7 +54,8 @@ struct ClockSyncResult {
       "changed.";
 };
 // `right` is the photo of the camera with the right time; both times as recorded. Returns the
-// updated tables and the result, or nullopt when the wrong camera has no body key.
+// updated tables and the result, or nullopt when the wrong camera has no body key, either photo
+// has no capture time, or both come from one body (whose offset would only grow on every run).
 std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraBodies& bodies,
                                                                    const MetadataMap& right,
                                                                    const MetadataMap& wrong);

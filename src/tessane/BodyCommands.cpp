@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "MediaMetadata/MetadataProvider.h"
 #include "RenameEngine/CameraBodies.h"
 #include "RenameEngine/FileKind.h"
+#include "RenameEngine/RuleStack.h"
 #include "RenameEngine/Unicode.h"
 #include "TessaneRename/BodyTable.h"
 #include "Tool.h"
@@ -135,7 +137,8 @@ int importBodies(Tool& tool, const std::string& source) {
   return kExitOk;
 }
 
-int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wrongFile) {
+int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wrongFile,
+               const std::string& timeZone) {
   for (const std::string& file : {rightFile, wrongFile}) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) {
@@ -144,7 +147,14 @@ int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wron
       return kExitRefused;
     }
   }
-  const MetadataProvider provider;
+  // A video's time is UTC and a camera's is its clock's reading: they meet in the zone given.
+  const std::optional<NamingContext> naming =
+      timeZone.empty() ? NamingContext::systemDefault() : NamingContext::inZone(timeZone);
+  if (!naming) {
+    tool.error("“" + timeZone + "” isn’t a time zone (try Europe/Rome or UTC).");
+    return kExitRefused;
+  }
+  const MetadataProvider provider(*naming->zone);
   const auto read = [&provider](const std::string& file) {
     const std::filesystem::path path(file);
     return provider.metadata(path, fileKindOf(path.filename().native()));
@@ -157,6 +167,11 @@ int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wron
   if (!CameraBodies::bodyKey(wrong)) {
     tool.error(name(wrongFile) +
                " has no camera serial number or model, so its clock can’t be lined up.");
+    return kExitRefused;
+  }
+  if (CameraBodies::sameBody(right, wrong)) {
+    tool.error(name(rightFile) + " and " + name(wrongFile) +
+               " come from the same camera: choose a photo from each of two cameras.");
     return kExitRefused;
   }
   for (const auto& [file, metadata] :
@@ -208,13 +223,16 @@ void addBodyCommands(CLI::App& app, Tool& tool, int& exitCode) {
 
   auto* sync = bodies->add_subcommand(
       "sync", "Line up a camera’s clock from two photos taken at the same instant");
-  auto files = std::make_shared<std::pair<std::string, std::string>>();
-  sync->add_option("RIGHT_FILE", files->first, "A photo from the camera with the right time")
+  auto files = std::make_shared<std::array<std::string, 3>>();  // right, wrong, time zone
+  sync->add_option("RIGHT_FILE", (*files)[0], "A photo from the camera with the right time")
       ->required();
-  sync->add_option("WRONG_FILE", files->second, "A photo from the camera whose clock is off")
+  sync->add_option("WRONG_FILE", (*files)[1], "A photo from the camera whose clock is off")
       ->required();
-  sync->callback(
-      [&tool, &exitCode, files] { exitCode = syncBodies(tool, files->first, files->second); });
+  sync->add_option("--time-zone", (*files)[2],
+                   "Where the cameras’ clocks are read (default: the system’s)");
+  sync->callback([&tool, &exitCode, files] {
+    exitCode = syncBodies(tool, (*files)[0], (*files)[1], (*files)[2]);
+  });
 }
 
 }  // namespace tessane::cli

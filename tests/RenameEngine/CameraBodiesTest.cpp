@@ -88,6 +88,25 @@ TEST(CameraBodies, ClockSyncLinesUpTheWrongCamera) {
   EXPECT_FALSE(syncClocks(bodies, right, camera(std::nullopt, std::nullopt, noon())).has_value());
 }
 
+TEST(CameraBodies, ClockSyncNeedsTwoBodiesAndKeepsASerialsZeroOverItsModel) {
+  const MetadataMap right = camera("A-SERIAL", "A7", noon(120));
+  EXPECT_FALSE(syncClocks({}, right, camera(" a-serial", "A7", noon())).has_value())
+      << "one body on both sides: its offset would grow on every run";
+  EXPECT_FALSE(
+      syncClocks({}, camera(std::nullopt, "A7", noon()), camera(std::nullopt, "a7", noon()))
+          .has_value());
+
+  // The model's offset is an hour; this serial of that model is in time.
+  CameraBodies bodies;
+  bodies.clockOffsets["X-T5"] = 3600;
+  const MetadataMap inTime = camera("S1", "X-T5", noon(120));
+  auto synced = syncClocks(bodies, right, inTime);
+  ASSERT_TRUE(synced.has_value());
+  EXPECT_EQ(synced->first.clockOffsets, (std::map<std::string, double>{{"S1", 0}, {"X-T5", 3600}}));
+  EXPECT_EQ(synced->first.correctedCaptureTime(inTime), noon(120));
+  EXPECT_EQ(synced->second.line, "S1 was already in time");
+}
+
 TEST(CameraBodies, MergeAndJson) {
   CameraBodies mine;
   mine.tags = {{"A1", "old"}, {"B2", "keep"}};
