@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <set>
 
+#include "NameCheck.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -66,9 +67,21 @@ bool CameraBodies::sameBody(const MetadataMap& a, const MetadataMap& b) {
   return first && second && normalizedKey(*first) == normalizedKey(*second);
 }
 
+std::string CameraBodies::trimmed(std::string_view text) {
+  return std::string(tessane::trimmed(text));
+}
+
+bool CameraBodies::isUsableTag(std::string_view tag) {
+  return !NameCheck::hasInvalidCharacters(tessane::trimmed(tag));
+}
+
 std::optional<std::string> CameraBodies::tag(const MetadataMap& metadata) const {
-  if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::serial))) return *t;
-  if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::model))) return *t;
+  for (MetadataKey key : {MetadataKey::serial, MetadataKey::model}) {
+    if (const std::string* t = lookup(tags, textOf(metadata, key))) {
+      std::string tag(tessane::trimmed(*t));
+      if (!tag.empty()) return tag;
+    }
+  }
   return std::nullopt;
 }
 

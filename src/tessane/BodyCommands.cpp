@@ -21,13 +21,6 @@
 namespace tessane::cli {
 namespace {
 
-std::string trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n\f\v");
-  if (first == std::string_view::npos) return {};
-  const auto last = text.find_last_not_of(" \t\r\n\f\v");
-  return std::string(text.substr(first, last - first + 1));
-}
-
 std::string padded(std::string_view text, std::size_t width) {
   std::string out(text);
   const std::size_t shown = unicode::displayWidth(text);
@@ -93,17 +86,22 @@ int setBody(Tool& tool, const SetOptions& options) {
     tool.error("A camera body needs a serial number or a model name.");
     return kExitRefused;
   }
-  // The offset is checked first, so that a refused offset leaves the tag alone too.
+  // Both are checked first, so that a refused value leaves the other alone too.
   if (options.offset && !parseClockOffset(*options.offset)) {
     tool.error(inQuotes(*options.offset) +
                " isn’t a clock offset: write hours, minutes and seconds, as in +0:02:00.");
     return kExitRefused;
   }
-  // Stored trimmed, as the engine compares keys.
-  const std::string key = trimmed(options.key);
+  if (options.tag && !CameraBodies::isUsableTag(*options.tag)) {
+    tool.error(inQuotes(unicode::toDisplayable(*options.tag)) +
+               " can’t be a tag: names can’t hold “/”, “:” or control characters.");
+    return kExitRefused;
+  }
+  // Keys and tags are stored trimmed, as the engine compares and uses them.
+  const std::string key = CameraBodies::trimmed(options.key);
   BodyTable& table = tool.bodies();
   if (options.offset) table.setOffset(key, *options.offset);
-  if (options.tag) table.setTag(key, *options.tag);
+  if (options.tag) table.setTag(key, CameraBodies::trimmed(*options.tag));
 
   const std::map<std::string, BodyRow> rows = rowsOf(table.bodies());
   const auto row = rows.find(CameraBodies::normalizedKey(key));

@@ -107,6 +107,23 @@ TEST(CameraBodies, ClockSyncNeedsTwoBodiesAndKeepsASerialsZeroOverItsModel) {
   EXPECT_EQ(synced->second.line, "S1 was already in time");
 }
 
+TEST(CameraBodies, TagsAreTrimmedAndMustFitInAName) {
+  CameraBodies bodies;
+  bodies.tags["123456"] = " Z6\u3000";  // as typed or imported, ideographic space included
+  bodies.tags["ILCE-7RM5"] = "A7R";
+  bodies.tags["999"] = " ";
+  EXPECT_EQ(bodies.tag(camera("123456", std::nullopt)), "Z6");
+  EXPECT_EQ(bodies.tag(camera("999", "ILCE-7RM5")), "A7R") << "a blank tag is none";
+  EXPECT_EQ(CameraBodies::trimmed("\u00A0 Z 6\t"), "Z 6");
+  EXPECT_TRUE(CameraBodies::isUsableTag(" Z6 "));
+  EXPECT_TRUE(CameraBodies::isUsableTag(""));
+  for (const char* bad : {"A/B", "a:b",
+                          "Z\x01"
+                          "6",
+                          "Z\n6"})
+    EXPECT_FALSE(CameraBodies::isUsableTag(bad)) << bad;
+}
+
 TEST(CameraBodies, MergeAndJson) {
   CameraBodies mine;
   mine.tags = {{"A1", "old"}, {"B2", "keep"}};

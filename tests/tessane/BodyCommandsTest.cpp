@@ -48,6 +48,19 @@ TEST(Bodies, SetListAndRefuseABadOffset) {
   EXPECT_NE(bad.err.find("“1:60:00” isn’t a clock offset"), std::string::npos) << bad.err;
   EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
 
+  // Tags are trimmed like keys; a tag that would break a name is refused.
+  ASSERT_EQ(tool.run({"bodies", "set", "3018842", "--tag", " Z6 "}).exitCode, 0);
+  EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
+  const ToolResult slash = tool.run({"bodies", "set", "3018842", "--tag", "Z/6"});
+  EXPECT_EQ(slash.exitCode, 1);
+  EXPECT_NE(slash.err.find("can’t be a tag"), std::string::npos) << slash.err;
+  EXPECT_EQ(tool.run({"bodies", "set", "3018842", "--tag",
+                      "Z\x7f"
+                      "6"})
+                .exitCode,
+            1);
+  EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
+
   EXPECT_EQ(tool.run({"bodies", "set", "3018842"}).exitCode, 2);
   EXPECT_EQ(tool.run({"bodies"}).exitCode, 2);
 }
