@@ -122,6 +122,12 @@ TEST_F(VariableValues, NumbersAsTheyGoIntoNames) {
   EXPECT_EQ(shutterText(0.0125), "1-80");
   EXPECT_EQ(shutterText(0.3), "0.3");
   EXPECT_EQ(shutterText(1.0 / 3.0), "1-3");
+  // The nearest whole reciprocal within 3%, not the whole part of one that falls just short.
+  EXPECT_EQ(shutterText(1.0 / 25000), "1-25000");
+  EXPECT_EQ(shutterText(10.0 / 150), "1-15");
+  EXPECT_EQ(shutterText(0.0666667), "1-15");
+  EXPECT_EQ(shutterText(1 / 99.6), "1-100");
+  EXPECT_EQ(shutterText(1 / 2.6), "0.4") << "2.6 is too far from 3";
   EXPECT_EQ(shutterText(2.0), "2");
   EXPECT_EQ(shutterText(1.5), "1.5");
   set(MetadataKey::aperture, MetadataValue::number(8.0));
