@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <set>
 
+#include "NameCheck.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -60,9 +61,27 @@ std::string CameraBodies::normalizedKey(std::string_view key) {
   return unicode::toLower(unicode::toNfc(trimmed(key)));
 }
 
+bool CameraBodies::sameBody(const MetadataMap& a, const MetadataMap& b) {
+  const std::optional<std::string> first = bodyKey(a);
+  const std::optional<std::string> second = bodyKey(b);
+  return first && second && normalizedKey(*first) == normalizedKey(*second);
+}
+
+std::string CameraBodies::trimmed(std::string_view text) {
+  return std::string(tessane::trimmed(text));
+}
+
+bool CameraBodies::isUsableTag(std::string_view tag) {
+  return !NameCheck::hasInvalidCharacters(tessane::trimmed(tag));
+}
+
 std::optional<std::string> CameraBodies::tag(const MetadataMap& metadata) const {
-  if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::serial))) return *t;
-  if (const std::string* t = lookup(tags, textOf(metadata, MetadataKey::model))) return *t;
+  for (MetadataKey key : {MetadataKey::serial, MetadataKey::model}) {
+    if (const std::string* t = lookup(tags, textOf(metadata, key))) {
+      std::string tag(tessane::trimmed(*t));
+      if (!tag.empty()) return tag;
+    }
+  }
   return std::nullopt;
 }
 
@@ -160,7 +179,7 @@ std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraB
                                                                    const MetadataMap& right,
                                                                    const MetadataMap& wrong) {
   const std::optional<std::string> key = CameraBodies::bodyKey(wrong);
-  if (!key) return std::nullopt;
+  if (!key || CameraBodies::sameBody(right, wrong)) return std::nullopt;
   const MetadataValue* r = right.find(MetadataKey::date);
   const MetadataValue* w = wrong.find(MetadataKey::date);
   const Date* rightTime = r ? r->asDate() : nullptr;
@@ -175,7 +194,14 @@ std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraB
     it = CameraBodies::normalizedKey(it->first) == wanted ? updated.clockOffsets.erase(it)
                                                           : std::next(it);
   }
-  if (offset != 0) updated.clockOffsets[*key] = offset;
+  // A serial keeps an explicit zero while its model has an offset: without an entry of its own
+  // the model's offset would apply to this camera again.
+  const double* modelOffset = key == textOf(wrong, MetadataKey::serial)
+                                  ? lookup(updated.clockOffsets, textOf(wrong, MetadataKey::model))
+                                  : nullptr;
+  if (offset != 0 || (modelOffset != nullptr && *modelOffset != 0)) {
+    updated.clockOffsets[*key] = offset;
+  }
 
   const std::string label = bodies.tag(wrong).value_or(*key);
   ClockSyncResult result{*key, offset, {}};

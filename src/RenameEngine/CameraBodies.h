@@ -22,8 +22,16 @@ struct CameraBodies {
   static std::optional<std::string> bodyKey(const MetadataMap& metadata);
   // The form keys are compared in: trimmed, lower-cased.
   static std::string normalizedKey(std::string_view key);
+  // A key or a tag as it is stored and used: without Unicode white space at either end.
+  static std::string trimmed(std::string_view text);
+  // Whether a tag, trimmed, can go into names: no "/", ":" or control character (an empty tag
+  // is no tag, and usable).
+  static bool isUsableTag(std::string_view tag);
+  // Whether two files come from one body: both have a key, and the keys name the same body.
+  static bool sameBody(const MetadataMap& a, const MetadataMap& b);
 
-  // The tag for a file's body: by its serial, else by its model.
+  // The tag for a file's body, trimmed: by its serial, else by its model. A tag that is only
+  // white space counts as none.
   std::optional<std::string> tag(const MetadataMap& metadata) const;
   // The serial's offset when the serial has a tag or an offset of its own; else the model's.
   double clockOffset(const MetadataMap& metadata) const;
@@ -52,7 +60,8 @@ struct ClockSyncResult {
       "changed.";
 };
 // `right` is the photo of the camera with the right time; both times as recorded. Returns the
-// updated tables and the result, or nullopt when the wrong camera has no body key.
+// updated tables and the result, or nullopt when the wrong camera has no body key, either photo
+// has no capture time, or both come from one body (whose offset would only grow on every run).
 std::optional<std::pair<CameraBodies, ClockSyncResult>> syncClocks(const CameraBodies& bodies,
                                                                    const MetadataMap& right,
                                                                    const MetadataMap& wrong);

@@ -28,9 +28,11 @@ std::optional<CounterReset> counterResetFromRawValue(std::string_view text);
 struct Counter {
   static constexpr int kMaxPadding = 20;
 
+  // The defaults of a new counter, of a preset that leaves them out and of the settings
+  // "counterStart" and "counterDigits": one value each, everywhere.
   std::int64_t start = 1;
   std::int64_t step = 1;
-  std::int64_t padding = 3;  // minimum digits; above 20 counts as 20, zero or less is none
+  std::int64_t padding = 4;  // minimum digits; above 20 counts as 20, zero or less is none
   CounterReset reset = CounterReset::never;
   InsertPosition position = InsertPosition::end();  // where a counter rule puts the number
 

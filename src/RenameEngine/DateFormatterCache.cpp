@@ -1,5 +1,6 @@
 #include "DateFormatterCache.h"
 
+#include <unicode/fpositer.h>
 #include <unicode/smpdtfmt.h>
 #include <unicode/timezone.h>
 
@@ -108,6 +109,14 @@ std::optional<std::string> DateFormatterCache::format(Date date, std::string_vie
         icu::UnicodeString::fromUTF8(
             icu::StringPiece(pattern.data(), static_cast<int32_t>(pattern.size()))),
         icu::Locale("en_US_POSIX"), status);
+    if (U_SUCCESS(status)) {
+      // ICU builds a formatter from any pattern and stops writing at a letter that is no field
+      // ("yyyy-foo" gives "2025-"): only formatting reports it, the same way for every date.
+      status = U_ZERO_ERROR;
+      icu::UnicodeString trial;
+      icu::FieldPositionIterator fields;
+      formatter->icu->format(0.0, trial, &fields, status);
+    }
     if (U_FAILURE(status)) {
       formatter->icu.reset();
     } else {

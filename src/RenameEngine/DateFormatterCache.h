@@ -33,7 +33,8 @@ class DateFormatterCache {
   DateFormatterCache& operator=(const DateFormatterCache&) = delete;
 
   // `date` written with a Unicode date pattern ("yyyy-MM-dd_HH-mm-ss") in the "en_US_POSIX"
-  // locale and the cache's time zone; nullopt when ICU does not accept the pattern.
+  // locale and the cache's time zone; nullopt when ICU does not accept the pattern, or could not
+  // write all of it (an unquoted letter that is no pattern field: "yyyy-foo", "jj").
   std::optional<std::string> format(Date date, std::string_view pattern);
 
  private:

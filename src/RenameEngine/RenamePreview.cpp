@@ -207,6 +207,7 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
                         : FileName{result.newName.base,
                                    stack.twinExtension(subjects[member], current[group.primary].ext,
                                                        result.newName.ext)};
+      row.changes = row.newName.fullName() != current[member].fullName();
       for (const RuleIssue& issue : result.issues) {
         row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::rule, issue, {}});
       }
@@ -215,29 +216,51 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
   }
   auto folderOfRow = [&](std::size_t r) { return folderOf[items[r].subjectIndex]; };
 
-  // Per folder: the keys of the batch's own current names, and the other names already there.
+  // Per folder: the keys of the batch's own current names, and the keys of the names of every
+  // other entry already there. An entry is the batch's own only under its exact name: on a
+  // case-sensitive disk "p.jpg" beside the batch's "P.jpg" is another file, and it holds the
+  // name. A batch file that the listing lacks under its exact name (given in another case on a
+  // card that ignores case) owns the entries that share its key.
   std::vector<KeyViews> own(folders.size());
   for (std::size_t i = 0; i < count; ++i)
     own[folderOf[i]].insert(currentKeys[i]);
   std::vector<bool> listed(folders.size(), false);
-  std::vector<std::vector<std::string>> outsideStore(folders.size());
-  std::vector<KeyViews> outside(folders.size());
+  std::vector<KeyViews> listedNames(folders.size());
   for (std::size_t f = 0; f < folders.size(); ++f) {
     const auto it = request.folders.find(folders.path(f));
     if (it == request.folders.end() || !it->second.listed) continue;
     listed[f] = true;
+    listedNames[f].reserve(it->second.names.size());
+    for (const std::string& name : it->second.names)
+      listedNames[f].insert(name);
+  }
+  std::vector<KeyViews> ownNames(folders.size());
+  std::vector<KeyViews> ownUnlisted(folders.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t f = folderOf[i];
+    if (!listed[f]) continue;
+    ownNames[f].insert(subjects[i].name);
+    if (listedNames[f].count(subjects[i].name) == 0) ownUnlisted[f].insert(currentKeys[i]);
+  }
+  std::vector<std::vector<std::string>> outsideStore(folders.size());
+  std::vector<KeyViews> outside(folders.size());
+  for (std::size_t f = 0; f < folders.size(); ++f) {
+    if (!listed[f]) continue;
     std::vector<std::string>& store = outsideStore[f];
-    store.reserve(it->second.names.size());
-    for (const std::string& name : it->second.names) {
+    const std::vector<std::string>& names = request.folders.find(folders.path(f))->second.names;
+    store.reserve(names.size());
+    for (const std::string& name : names) {
+      if (ownNames[f].count(name) > 0) continue;
       std::string key = NameKey::of(name).value;
-      if (own[f].count(key) == 0) store.push_back(std::move(key));
+      if (ownUnlisted[f].count(key) == 0) store.push_back(std::move(key));
     }
     outside[f].reserve(store.size());
     for (const std::string& key : store)
       outside[f].insert(key);
   }
 
-  // Clashes within the batch.
+  // Clashes within the batch. A row that keeps its name clashes with nothing: it is not moved,
+  // it only holds its name against the rows that change.
   std::vector<std::string> newKeys(count);
   parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     for (std::size_t r = begin; r < end; ++r)
@@ -249,12 +272,22 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
     for (std::size_t r = 0; r < count; ++r)
       ++seen[folderOfRow(r)][newKeys[r]];
     for (std::size_t r = 0; r < count; ++r)
-      duplicate[r] = seen[folderOfRow(r)][newKeys[r]] > 1;
+      duplicate[r] = items[r].changes && seen[folderOfRow(r)][newKeys[r]] > 1;
   } else {
-    // Groups in batch order take their names; a group whose names are taken tries "-2", "-3"…
-    // with one number for all its members. A number passed over for some base and extensions is
-    // never free again for them, so each such group starts where the last one stopped.
+    // Groups that keep their names hold them first; then the groups that change take their names
+    // in batch order, and a group whose names are taken tries "-2", "-3"… with one number for
+    // all its members. A number passed over for some base and extensions is never free again for
+    // them, so each such group starts where the last one stopped.
     std::vector<KeyViews> planned(folders.size());
+    auto keepsItsNames = [&](const TwinGroup& group) {
+      return std::none_of(group.members.begin(), group.members.end(),
+                          [&](std::size_t m) { return items[rowOf[m]].changes; });
+    };
+    for (const TwinGroup& group : groups) {
+      if (!keepsItsNames(group)) continue;
+      for (std::size_t m : group.members)
+        planned[folderOfRow(rowOf[m])].insert(newKeys[rowOf[m]]);
+    }
     std::unordered_map<std::string, int> nextSuffix;
     std::vector<std::size_t> rows;
     std::vector<std::string> candidate;
@@ -269,6 +302,7 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       return true;
     };
     for (const TwinGroup& group : groups) {
+      if (keepsItsNames(group)) continue;
       rows.clear();
       candidate.clear();
       for (std::size_t m : group.members) {
@@ -329,7 +363,9 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       row.changes = newFull != current[row.subjectIndex].fullName();
       if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
       if (duplicate[r]) row.errors.push_back(NameError::duplicateInBatch());
-      if (outside[f].count(newKeys[r]) > 0) row.errors.push_back(NameError::existingFile(newFull));
+      if (row.changes && outside[f].count(newKeys[r]) > 0) {
+        row.errors.push_back(NameError::existingFile(newFull));
+      }
 
       if (const auto& key = twinKeys[row.subjectIndex]; key && !outsideTwins.empty()) {
         const auto it = outsideTwins.find(*key);

@@ -308,10 +308,12 @@ std::string decimalText(double value, int digits) {
 
 std::string shutterText(double seconds) {
   if (seconds > 0 && seconds < 1) {
+    // The nearest whole reciprocal, as photographers read a speed: an exposure stored as 10/150
+    // or as 1/25000 divides out just short of 15 or 25000, which are the speeds meant.
     const double inverse = 1.0 / seconds;
-    const double whole = std::floor(inverse);
-    if (whole >= 2 && std::fabs(inverse - whole) / whole < 0.03) {
-      return "1-" + decimalText(whole, 0);
+    const double nearest = std::round(inverse);
+    if (nearest >= 2 && std::fabs(inverse - nearest) / nearest < 0.03) {
+      return "1-" + decimalText(nearest, 0);
     }
   }
   return decimalText(seconds, 1);

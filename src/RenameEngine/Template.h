@@ -118,7 +118,9 @@ VariableValue variableValue(TemplateVariable variable, const std::optional<std::
 // Number texts as they go into names: at most `digits` fraction digits, trailing zeros and a
 // trailing point dropped ("2.50" -> "2.5", "8.0" -> "8"). Locale-free.
 std::string decimalText(double value, int digits);
-// An exposure time as it goes into a name: "1-250" for 1/250 s, else a decimal ("0.3", "2").
+// An exposure time as it goes into a name: "1-" and the nearest whole reciprocal when that is
+// 2 or more and within 3% ("1-250" for 0.004 s, "1-15" for 0.0666667 s), else a decimal with
+// one fraction digit at most ("0.3", "2").
 std::string shutterText(double seconds);
 
 }  // namespace tessane

@@ -49,6 +49,20 @@ std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
   return groupTwins(keys, names, order);
 }
 
+namespace {
+
+// Whether a member of the group has the extension `ext` up to case.
+bool holdsExtension(const TwinGroup& group, const std::vector<FileName>& names,
+                    std::string_view ext) {
+  const std::string folded = unicode::foldCase(ext);
+  for (std::size_t m : group.members) {
+    if (unicode::foldCase(names[m].ext) == folded) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
 std::vector<TwinGroup> groupTwins(const std::vector<std::optional<std::string>>& keys,
                                   const std::vector<FileName>& names,
                                   const std::vector<std::size_t>& order) {
@@ -64,8 +78,12 @@ std::vector<TwinGroup> groupTwins(const std::vector<std::optional<std::string>>&
     const auto [it, isNew] = byKey.emplace(*keys[index], groups.size());
     if (isNew) {
       groups.push_back(TwinGroup{index, {index}});
+    } else if (TwinGroup& g = groups[it->second]; holdsExtension(g, names, names[index].ext)) {
+      // "IMG.jpg" beside "img.jpg": two files, not two parts of one shot; they could never both
+      // take one base.
+      groups.push_back(TwinGroup{index, {index}});
     } else {
-      groups[it->second].members.push_back(index);
+      g.members.push_back(index);
     }
   }
 

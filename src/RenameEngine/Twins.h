@@ -48,7 +48,8 @@ std::optional<std::string> twinKey(std::string_view fileName, std::string_view f
                                    const TwinOptions& options);
 
 // Groups the batch's files; `order` is the batch order (a permutation of subject indices).
-// Groups come in the order their first member is met; a file without twins is a group alone.
+// Groups come in the order their first member is met; a file without twins is a group alone, and
+// so is a file whose whole name differs from a member's only in case ("img.jpg" after "IMG.jpg").
 std::vector<TwinGroup> groupTwins(const std::vector<RenameSubject>& subjects,
                                   const std::vector<std::size_t>& order,
                                   const TwinOptions& options);

@@ -105,5 +105,18 @@ Result<std::vector<std::string>> names(const std::filesystem::path& folder) {
   return out;
 }
 
+std::filesystem::path resolvedFolder(const std::filesystem::path& folder) {
+  const std::filesystem::path given = folder.empty() ? std::filesystem::path(".") : folder;
+  std::error_code error;
+  std::filesystem::path resolved = std::filesystem::canonical(given, error);
+  if (error) {
+    resolved = std::filesystem::absolute(given, error).lexically_normal();
+    if (error) resolved = given.lexically_normal();
+  }
+  // Tidying keeps a trailing "/" as an empty last component ("/a/b/" stays so): drop it.
+  if (!resolved.has_filename() && resolved.has_relative_path()) resolved = resolved.parent_path();
+  return resolved;
+}
+
 }  // namespace FolderListing
 }  // namespace tessane

@@ -41,5 +41,11 @@ inline constexpr std::string_view kNameNotTextWarning =
 Result<std::vector<ListedFile>> files(const std::filesystem::path& folder);
 Result<std::vector<std::string>> names(const std::filesystem::path& folder);
 
+// The folder as every comparison of folders takes it: absolute, its symbolic links, "." and ".."
+// resolved, no trailing "/". "d/", "./d" and a link to d are one folder, and its name is the
+// last component of this path (the current folder's own name for "."). A path that can't be
+// resolved (a part of it can't be searched) is made absolute and tidied instead.
+std::filesystem::path resolvedFolder(const std::filesystem::path& folder);
+
 }  // namespace FolderListing
 }  // namespace tessane

@@ -115,6 +115,11 @@ class FolderView {
     return fs.identity(file);
   }
 
+  bool isListed() const { return listed_; }
+  bool listsExactly(const std::filesystem::path& file) const {
+    return exact_.contains(file.filename().native());
+  }
+
   // Only a name that the listing lacks exactly but holds under its key needs the disk's word.
   bool exists(const std::filesystem::path& file, std::string_view key,
               SystemFileRenaming& fs) const {
@@ -133,10 +138,28 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
                                           std::vector<FileIdentity>& identities) {
   identities.reserve(moves.size());
   FolderCache sourceFolders;
-  std::unordered_set<std::string> sources;
+  // The moves whose sources hold each key.
+  std::unordered_map<std::string, std::vector<std::size_t>> sources;
   sources.reserve(moves.size());
-  for (const FileMove& m : moves)
-    sources.insert(keyOf(sourceFolders.of(m.source), m.source));
+  for (std::size_t i = 0; i < moves.size(); ++i)
+    sources[keyOf(sourceFolders.of(moves[i].source), moves[i].source)].push_back(i);
+
+  // Whether the entry at an existing destination is one of the sources `owners` (which share its
+  // key), so that it moves away before the name is taken: under the source's exact name, or
+  // under another spelling on a volume that ignores case, where the folder lists the source's
+  // name and not the destination's. Another file whose name only shares the key ("p.jpg" beside
+  // a moved "P.jpg" on a case-sensitive disk) stays where it is. Without a listing, the files'
+  // identities tell (FUSE volumes, whose inode numbers can differ by spelling, list).
+  auto heldBySource = [&](const std::filesystem::path& destination,
+                          const std::vector<std::size_t>& owners, const FolderView& view) {
+    for (std::size_t j : owners) {
+      if (moves[j].source.filename().native() == destination.filename().native()) return true;
+    }
+    if (view.isListed()) return !view.listsExactly(destination);
+    const std::optional<FileIdentity> held = fs.identity(destination);
+    return held && std::any_of(owners.begin(), owners.end(),
+                               [&](std::size_t j) { return fs.identity(moves[j].source) == held; });
+  };
 
   std::unordered_map<std::string, FolderView> views;
   std::unordered_set<std::string> destinations;
@@ -153,11 +176,12 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
     std::string key = folder;
     key.push_back('\0');
     key.append(nameKey);
-    const bool taken = sources.contains(key);
+    const auto owners = sources.find(key);
     if (!destinations.insert(std::move(key)).second) {
       return SafeRenameError::duplicateDestination(m.destination);
     }
-    if (!taken && view.exists(m.destination, nameKey, fs)) {
+    if (!view.exists(m.destination, nameKey, fs)) continue;
+    if (owners == sources.end() || !heldBySource(m.destination, owners->second, view)) {
       return SafeRenameError::destinationExists(m.destination);
     }
   }

@@ -4,14 +4,16 @@
 //     another folder, two moves to one name, a name taken by a file outside the batch). Names are
 //     compared by their folder and their NameKey, so "IMG.jpg" and "img.JPG", or a composed and a
 //     decomposed "é", are the same name. A destination that is itself a source of the batch is
-//     allowed: that file moves away first. Touches nothing. Whether a destination is taken is asked
-//     of the file system by its exact name: on a case-sensitive disk "IMG.jpg" beside "img.jpg" is
-//     no clash to the kernel, and the preview, which compares the folder's names by key, is what
-//     keeps such names apart. A destination is in its source's folder when both folders are
-//     spelled alike or, spelled otherwise, are one directory on disk (SystemFileRenaming::identity
-//     of the folder): "d/x/../y.jpg" stays in "d" only if x is not a link elsewhere. A source
-//     exists when SystemFileRenaming::identity finds it (lstat, as fileExists), which also gives
-//     the crash journal each file's identity without asking twice.
+//     allowed: that file moves away first. It is that source when it has the source's exact name
+//     or is the same file (a volume that ignores case finds "IMG.jpg" under "img.jpg"); another
+//     file whose name only shares the key is no source and is refused. Touches nothing. Whether a
+//     destination is taken is asked of the file system by its exact name: on a case-sensitive disk
+//     "IMG.jpg" beside "img.jpg" is no clash to the kernel, and the preview, which compares the
+//     folder's names by key, is what keeps such names apart. A destination is in its source's
+//     folder when both folders are spelled alike or, spelled otherwise, are one directory on disk
+//     (SystemFileRenaming::identity of the folder): "d/x/../y.jpg" stays in "d" only if x is not a
+//     link elsewhere. A source exists when SystemFileRenaming::identity finds it (lstat, as
+//     fileExists), which also gives the crash journal each file's identity without asking twice.
 //   apply: check, then two phases. Phase one parks every file under its temporary name (see
 //     TemporaryName); phase two moves every file from there to its destination. Swaps, rotations
 //     and case-only changes on case-insensitive volumes work because no file ever moves straight

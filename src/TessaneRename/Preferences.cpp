@@ -126,10 +126,10 @@ std::string Preferences::nameSeparator() const {
   return text("nameSeparator", "_");
 }
 std::int64_t Preferences::counterStart() const {
-  return integer("counterStart", 1);
+  return integer("counterStart", Counter{}.start);
 }
 std::int64_t Preferences::counterDigits() const {
-  return integer("counterDigits", 4);
+  return integer("counterDigits", Counter{}.padding);
 }
 ExtensionCase Preferences::extensionCase() const {
   return extensionCaseFromRawValue(text("extensionCase", "keep")).value_or(ExtensionCase::keep);

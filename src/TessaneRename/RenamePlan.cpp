@@ -148,14 +148,21 @@ std::vector<FileMove> movesOf(const RenamePreview& preview,
   return moves;
 }
 
+std::vector<FileMove> movesOf(const RenamePlan& plan) {
+  std::vector<std::filesystem::path> resolved;
+  resolved.reserve(plan.shoot.subjects.size());
+  for (const RenameSubject& s : plan.shoot.subjects)
+    resolved.push_back(s.folder / s.name);
+  return movesOf(plan.preview, resolved);
+}
+
 Planned<std::vector<FileMove>> originalNameMoves(const Shoot& shoot) {
   std::vector<FileMove> moves;
   for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
     const std::optional<std::string>& original = shoot.subjects[i].originalName;
     if (!original || *original == shoot.subjects[i].name) continue;
-    std::error_code ignored;
-    const std::filesystem::path source = std::filesystem::absolute(shoot.paths[i], ignored);
-    moves.push_back(FileMove{source, source.parent_path() / *original});
+    const std::filesystem::path& folder = shoot.subjects[i].folder;
+    moves.push_back(FileMove{folder / shoot.subjects[i].name, folder / *original});
   }
   if (moves.empty()) return problem(PlanProblem::Kind::noOriginalNames);
   return moves;

@@ -122,6 +122,10 @@ std::vector<FileMove> movesOf(const RenamePreview& preview,
                               const std::vector<std::filesystem::path>& paths,
                               const std::vector<bool>* inScope = nullptr);
 
+// The same for a plan: each move between the names in the subject's resolved folder, the folder
+// the preview compared names in.
+std::vector<FileMove> movesOf(const RenamePlan& plan);
+
 // Each file of the shoot to its remembered original name, for those that have one and don't
 // bear it; noOriginalNames when none is left.
 Planned<std::vector<FileMove>> originalNameMoves(const Shoot& shoot);

@@ -103,7 +103,7 @@ GatheredShoot gatherShoot(const ShootRequest& request) {
       out.notices.push_back(ShootNotice{ShootNotice::Kind::nameNotText, file.path, {}});
       return;
     }
-    if (!seen.insert(file.path.native()).second) return;
+    if (!seen.insert((folder / file.name).native()).second) return;
     RenameSubject subject;
     subject.name = file.name;
     subject.folder = folder;
@@ -124,18 +124,20 @@ GatheredShoot gatherShoot(const ShootRequest& request) {
     if (std::filesystem::is_directory(std::filesystem::status(path, error))) {
       Result<std::vector<ListedFile>> files = FolderListing::files(path);
       if (!files) return fail(ShootProblem::Kind::folderUnreadable, path, files.error().code);
+      const std::filesystem::path folder = FolderListing::resolvedFolder(path);
       for (const ListedFile& f : files.value())
-        add(f, path);
-      if (shoot.folders.count(path.native()) == 0) addFolderContents(shoot, path, &files.value());
+        add(f, folder);
+      if (shoot.folders.count(folder.native()) == 0) {
+        addFolderContents(shoot, folder, &files.value());
+      }
       continue;
     }
     if (!std::filesystem::is_regular_file(status)) {
       return fail(ShootProblem::Kind::notRenamable, path, 0);
     }
-    std::filesystem::path folder = path.parent_path();
-    if (folder.empty()) folder = ".";
+    const std::filesystem::path folder = FolderListing::resolvedFolder(path.parent_path());
     const std::string name = path.filename().native();
-    add(ListedFile{folder / name, name, unicode::isValidUtf8(name)}, folder);
+    add(ListedFile{path, name, unicode::isValidUtf8(name)}, folder);
     if (shoot.folders.count(folder.native()) == 0) addFolderContents(shoot, folder, nullptr);
   }
 

@@ -34,7 +34,7 @@ namespace tessane {
 struct Shoot {
   std::vector<RenameSubject> subjects;       // in the order given, folders in listing order
   std::vector<std::filesystem::path> paths;  // each subject's path, its bytes as listed
-  std::unordered_map<std::string, FolderContents> folders;  // by folder path
+  std::unordered_map<std::string, FolderContents> folders;  // by resolved folder path
 };
 
 struct ShootProblem {
@@ -80,6 +80,8 @@ struct GatheredShoot {
   std::vector<ShootNotice> notices;     // files left out, readers that could not load
 };
 
+// Each subject's folder is its resolved folder (FolderListing::resolvedFolder), so one folder
+// spelt two ways is one folder, and a file given twice counts once.
 GatheredShoot gatherShoot(const ShootRequest& request);
 
 // Reads the metadata, body tags, corrected capture times and original names of subjects already

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -12,19 +13,13 @@
 #include "MediaMetadata/MetadataProvider.h"
 #include "RenameEngine/CameraBodies.h"
 #include "RenameEngine/FileKind.h"
+#include "RenameEngine/RuleStack.h"
 #include "RenameEngine/Unicode.h"
 #include "TessaneRename/BodyTable.h"
 #include "Tool.h"
 
 namespace tessane::cli {
 namespace {
-
-std::string trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r\n\f\v");
-  if (first == std::string_view::npos) return {};
-  const auto last = text.find_last_not_of(" \t\r\n\f\v");
-  return std::string(text.substr(first, last - first + 1));
-}
 
 std::string padded(std::string_view text, std::size_t width) {
   std::string out(text);
@@ -91,17 +86,22 @@ int setBody(Tool& tool, const SetOptions& options) {
     tool.error("A camera body needs a serial number or a model name.");
     return kExitRefused;
   }
-  // The offset is checked first, so that a refused offset leaves the tag alone too.
+  // Both are checked first, so that a refused value leaves the other alone too.
   if (options.offset && !parseClockOffset(*options.offset)) {
     tool.error(inQuotes(*options.offset) +
                " isn’t a clock offset: write hours, minutes and seconds, as in +0:02:00.");
     return kExitRefused;
   }
-  // Stored trimmed, as the engine compares keys.
-  const std::string key = trimmed(options.key);
+  if (options.tag && !CameraBodies::isUsableTag(*options.tag)) {
+    tool.error(inQuotes(unicode::toDisplayable(*options.tag)) +
+               " can’t be a tag: names can’t hold “/”, “:” or control characters.");
+    return kExitRefused;
+  }
+  // Keys and tags are stored trimmed, as the engine compares and uses them.
+  const std::string key = CameraBodies::trimmed(options.key);
   BodyTable& table = tool.bodies();
   if (options.offset) table.setOffset(key, *options.offset);
-  if (options.tag) table.setTag(key, *options.tag);
+  if (options.tag) table.setTag(key, CameraBodies::trimmed(*options.tag));
 
   const std::map<std::string, BodyRow> rows = rowsOf(table.bodies());
   const auto row = rows.find(CameraBodies::normalizedKey(key));
@@ -135,7 +135,8 @@ int importBodies(Tool& tool, const std::string& source) {
   return kExitOk;
 }
 
-int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wrongFile) {
+int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wrongFile,
+               const std::string& timeZone) {
   for (const std::string& file : {rightFile, wrongFile}) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(file, error)) {
@@ -144,7 +145,14 @@ int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wron
       return kExitRefused;
     }
   }
-  const MetadataProvider provider;
+  // A video's time is UTC and a camera's is its clock's reading: they meet in the zone given.
+  const std::optional<NamingContext> naming =
+      timeZone.empty() ? NamingContext::systemDefault() : NamingContext::inZone(timeZone);
+  if (!naming) {
+    tool.error("“" + timeZone + "” isn’t a time zone (try Europe/Rome or UTC).");
+    return kExitRefused;
+  }
+  const MetadataProvider provider(*naming->zone);
   const auto read = [&provider](const std::string& file) {
     const std::filesystem::path path(file);
     return provider.metadata(path, fileKindOf(path.filename().native()));
@@ -157,6 +165,11 @@ int syncBodies(Tool& tool, const std::string& rightFile, const std::string& wron
   if (!CameraBodies::bodyKey(wrong)) {
     tool.error(name(wrongFile) +
                " has no camera serial number or model, so its clock can’t be lined up.");
+    return kExitRefused;
+  }
+  if (CameraBodies::sameBody(right, wrong)) {
+    tool.error(name(rightFile) + " and " + name(wrongFile) +
+               " come from the same camera: choose a photo from each of two cameras.");
     return kExitRefused;
   }
   for (const auto& [file, metadata] :
@@ -208,13 +221,16 @@ void addBodyCommands(CLI::App& app, Tool& tool, int& exitCode) {
 
   auto* sync = bodies->add_subcommand(
       "sync", "Line up a camera’s clock from two photos taken at the same instant");
-  auto files = std::make_shared<std::pair<std::string, std::string>>();
-  sync->add_option("RIGHT_FILE", files->first, "A photo from the camera with the right time")
+  auto files = std::make_shared<std::array<std::string, 3>>();  // right, wrong, time zone
+  sync->add_option("RIGHT_FILE", (*files)[0], "A photo from the camera with the right time")
       ->required();
-  sync->add_option("WRONG_FILE", files->second, "A photo from the camera whose clock is off")
+  sync->add_option("WRONG_FILE", (*files)[1], "A photo from the camera whose clock is off")
       ->required();
-  sync->callback(
-      [&tool, &exitCode, files] { exitCode = syncBodies(tool, files->first, files->second); });
+  sync->add_option("--time-zone", (*files)[2],
+                   "Where the cameras’ clocks are read (default: the system’s)");
+  sync->callback([&tool, &exitCode, files] {
+    exitCode = syncBodies(tool, (*files)[0], (*files)[1], (*files)[2]);
+  });
 }
 
 }  // namespace tessane::cli

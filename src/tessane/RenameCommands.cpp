@@ -228,7 +228,7 @@ int runRename(const PlanOptions& o, Tool& tool) {
     tool.error(Messages::fixErrorsFirst());
     return kExitRefused;
   }
-  const std::vector<FileMove> moves = movesOf(p->preview, p->shoot.paths);
+  const std::vector<FileMove> moves = movesOf(*p);
   if (moves.empty()) {
     tool.error(Messages::nothingToRename());
     return kExitRefused;

@@ -88,6 +88,42 @@ TEST(CameraBodies, ClockSyncLinesUpTheWrongCamera) {
   EXPECT_FALSE(syncClocks(bodies, right, camera(std::nullopt, std::nullopt, noon())).has_value());
 }
 
+TEST(CameraBodies, ClockSyncNeedsTwoBodiesAndKeepsASerialsZeroOverItsModel) {
+  const MetadataMap right = camera("A-SERIAL", "A7", noon(120));
+  EXPECT_FALSE(syncClocks({}, right, camera(" a-serial", "A7", noon())).has_value())
+      << "one body on both sides: its offset would grow on every run";
+  EXPECT_FALSE(
+      syncClocks({}, camera(std::nullopt, "A7", noon()), camera(std::nullopt, "a7", noon()))
+          .has_value());
+
+  // The model's offset is an hour; this serial of that model is in time.
+  CameraBodies bodies;
+  bodies.clockOffsets["X-T5"] = 3600;
+  const MetadataMap inTime = camera("S1", "X-T5", noon(120));
+  auto synced = syncClocks(bodies, right, inTime);
+  ASSERT_TRUE(synced.has_value());
+  EXPECT_EQ(synced->first.clockOffsets, (std::map<std::string, double>{{"S1", 0}, {"X-T5", 3600}}));
+  EXPECT_EQ(synced->first.correctedCaptureTime(inTime), noon(120));
+  EXPECT_EQ(synced->second.line, "S1 was already in time");
+}
+
+TEST(CameraBodies, TagsAreTrimmedAndMustFitInAName) {
+  CameraBodies bodies;
+  bodies.tags["123456"] = " Z6\u3000";  // as typed or imported, ideographic space included
+  bodies.tags["ILCE-7RM5"] = "A7R";
+  bodies.tags["999"] = " ";
+  EXPECT_EQ(bodies.tag(camera("123456", std::nullopt)), "Z6");
+  EXPECT_EQ(bodies.tag(camera("999", "ILCE-7RM5")), "A7R") << "a blank tag is none";
+  EXPECT_EQ(CameraBodies::trimmed("\u00A0 Z 6\t"), "Z 6");
+  EXPECT_TRUE(CameraBodies::isUsableTag(" Z6 "));
+  EXPECT_TRUE(CameraBodies::isUsableTag(""));
+  for (const char* bad : {"A/B", "a:b",
+                          "Z\x01"
+                          "6",
+                          "Z\n6"})
+    EXPECT_FALSE(CameraBodies::isUsableTag(bad)) << bad;
+}
+
 TEST(CameraBodies, MergeAndJson) {
   CameraBodies mine;
   mine.tags = {{"A1", "old"}, {"B2", "keep"}};

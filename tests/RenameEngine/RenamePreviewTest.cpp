@@ -200,6 +200,49 @@ TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
   EXPECT_EQ(p.items[1].errors[0].kind(), NameError::Case::existingFile);
 }
 
+// A stack of one rule that replaces the block `from` of each name by `to`.
+RuleStack replacing(std::string from, std::string to) {
+  Rule r;
+  r.action = {RuleAction::Operation{
+      RenameOperation{op::ReplaceBlock{BlockRef::text(std::move(from)), std::move(to)}}}};
+  RuleStack stack;
+  stack.rules = {r};
+  return stack;
+}
+
+TEST(RenamePreview, AnEntryOnlySharingABatchFilesKeyIsAnotherFile) {
+  // A case-sensitive disk holds "P.jpg" and "p.jpg"; only "P.jpg" is in the batch.
+  PreviewRequest q = request({subject("P.jpg"), subject("x.jpg")}, "{name}");
+  q.order = BatchOrder::asGiven;
+  q.stack = replacing("x", "p");
+  q.stack.rules.push_back(replacing("P", "q").rules[0]);
+  q.folders["/card"].names.push_back("p.jpg");
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(p.items[0].status, PreviewStatus::ok);
+  EXPECT_EQ(p.items[1].errors, std::vector<NameError>{NameError::existingFile("p.jpg")});
+}
+
+TEST(RenamePreview, ARowThatKeepsItsNameClashesWithNothingAndKeepsIt) {
+  // Names that already differ only in case, left as they are, can be in one batch.
+  PreviewRequest q = request({subject("IMG.jpg"), subject("img.jpg"), subject("c.jpg")}, "{name}");
+  q.order = BatchOrder::asGiven;
+  q.stack = replacing("c", "Img");
+  const RenamePreview p = buildPreview(q);
+  EXPECT_EQ(statuses(p),
+            (std::vector<PreviewStatus>{PreviewStatus::unchanged, PreviewStatus::unchanged,
+                                        PreviewStatus::error}));
+  EXPECT_EQ(p.items[2].errors, std::vector<NameError>{NameError::duplicateInBatch()});
+
+  // Under addSuffix the file that changes takes the number, wherever it comes in the batch.
+  PreviewRequest s = request({subject("b.txt"), subject("a.txt")}, "{name}");
+  s.order = BatchOrder::asGiven;
+  s.duplicates = DuplicatePolicy::addSuffix;
+  s.stack = replacing("b", "a");
+  const RenamePreview suffixed = buildPreview(s);
+  EXPECT_EQ(newNames(suffixed), (std::vector<std::string>{"a-2.txt", "a.txt"}));
+  EXPECT_EQ(suffixed.changedFiles, std::vector<std::size_t>{0});
+}
+
 TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
   PreviewRequest q =
       request({subject("_QM19581.JPG", "/card", at(0))}, "{date:yyyy-MM-dd}_{counter}");

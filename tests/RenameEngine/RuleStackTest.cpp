@@ -120,6 +120,7 @@ TEST(RuleStack, NoRulesOrOnlyDisabledRulesChangeNothing) {
 TEST(RuleStack, FormatWithPerDayCounterThenChanges) {
   RuleStack stack;
   Counter daily;
+  daily.padding = 3;
   daily.reset = CounterReset::perDay;
   stack.rules.push_back(formatRule("{date:yyyy-MM-dd}_{body}_{counter}", daily));
   stack.rules.push_back(

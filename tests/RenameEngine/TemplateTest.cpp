@@ -104,6 +104,10 @@ TEST_F(VariableValues, DatesInTheContextTimeZone) {
             VariableValue::value("2024-05-02_00-30-15"));
   EXPECT_EQ(value(TemplateVariable::date, "HH:mm.SSS"), VariableValue::value("00:30.250"));
   EXPECT_EQ(value(TemplateVariable::date, "EEE d MMM"), VariableValue::value("Thu 2 May"));
+  // A pattern ICU can't write in full gives the plain date, flagged, not a name cut short.
+  EXPECT_EQ(value(TemplateVariable::date, "yyyy-foo"), VariableValue::invalidFormat("2024-05-02"));
+  EXPECT_EQ(value(TemplateVariable::date, "foo"), VariableValue::invalidFormat("2024-05-02"));
+  EXPECT_EQ(value(TemplateVariable::date, "yyyy 'foo'"), VariableValue::value("2024 foo"));
   // The subject's own (clock-corrected) capture date wins over the metadata.
   subject_.captureDate = when + hours(2);
   EXPECT_EQ(value(TemplateVariable::date, "HH"), VariableValue::value("02"));
@@ -118,6 +122,12 @@ TEST_F(VariableValues, NumbersAsTheyGoIntoNames) {
   EXPECT_EQ(shutterText(0.0125), "1-80");
   EXPECT_EQ(shutterText(0.3), "0.3");
   EXPECT_EQ(shutterText(1.0 / 3.0), "1-3");
+  // The nearest whole reciprocal within 3%, not the whole part of one that falls just short.
+  EXPECT_EQ(shutterText(1.0 / 25000), "1-25000");
+  EXPECT_EQ(shutterText(10.0 / 150), "1-15");
+  EXPECT_EQ(shutterText(0.0666667), "1-15");
+  EXPECT_EQ(shutterText(1 / 99.6), "1-100");
+  EXPECT_EQ(shutterText(1 / 2.6), "0.4") << "2.6 is too far from 3";
   EXPECT_EQ(shutterText(2.0), "2");
   EXPECT_EQ(shutterText(1.5), "1.5");
   set(MetadataKey::aperture, MetadataValue::number(8.0));

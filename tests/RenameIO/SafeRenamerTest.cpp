@@ -160,6 +160,15 @@ TEST_P(SafeRenamerChecks, ACaseSensitiveVolumeHoldsNamesThatDifferOnlyInCase) {
   EXPECT_TRUE(SafeRenamer::check(std::vector<FileMove>{mv(at("a.jpg"), at("IMG.jpg"))}, fs));
   ASSERT_TRUE(SafeRenamer::apply(std::vector<FileMove>{mv(at("a.jpg"), at("img.JPG"))}, fs, kDate));
   EXPECT_EQ(fs.snapshot().size(), 2u);
+
+  // "p.jpg" beside a moved "P.jpg" is another file: its name is not freed by the batch.
+  fs.add(at("P.jpg"), "P");
+  fs.add(at("p.jpg"), "p");
+  const std::optional<SafeRenameError> e = SafeRenamer::check(
+      std::vector<FileMove>{mv(at("P.jpg"), at("q.jpg")), mv(at("img.JPG"), at("p.jpg"))}, fs);
+  ASSERT_TRUE(e);
+  EXPECT_EQ(e->kind, SafeRenameError::Case::destinationExists);
+  EXPECT_EQ(e->url, at("p.jpg"));
 }
 
 INSTANTIATE_TEST_SUITE_P(ListedOrAsked, SafeRenamerChecks, ::testing::Bool());

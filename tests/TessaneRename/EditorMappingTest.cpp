@@ -124,7 +124,7 @@ TEST(NameBuilderTest, TheThreeWaysMakeTheTopFormatRule) {
   const Uuid formatID = stack.rules[0].id;
   EXPECT_EQ(
       applyRuleStack(stack, subject("DSC_0001.ARW"), NamingContext::systemDefault()).newName.base,
-      "rome-001");
+      "rome-0001");
   EXPECT_EQ(NameBuilder::of(stack, "-"), builder);
 
   builder.way = NameBuilder::Way::startFromOriginal;

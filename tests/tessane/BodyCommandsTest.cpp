@@ -48,6 +48,19 @@ TEST(Bodies, SetListAndRefuseABadOffset) {
   EXPECT_NE(bad.err.find("“1:60:00” isn’t a clock offset"), std::string::npos) << bad.err;
   EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
 
+  // Tags are trimmed like keys; a tag that would break a name is refused.
+  ASSERT_EQ(tool.run({"bodies", "set", "3018842", "--tag", " Z6 "}).exitCode, 0);
+  EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
+  const ToolResult slash = tool.run({"bodies", "set", "3018842", "--tag", "Z/6"});
+  EXPECT_EQ(slash.exitCode, 1);
+  EXPECT_NE(slash.err.find("can’t be a tag"), std::string::npos) << slash.err;
+  EXPECT_EQ(tool.run({"bodies", "set", "3018842", "--tag",
+                      "Z\x7f"
+                      "6"})
+                .exitCode,
+            1);
+  EXPECT_EQ(tool.run({"bodies", "list"}).out, listed.out);
+
   EXPECT_EQ(tool.run({"bodies", "set", "3018842"}).exitCode, 2);
   EXPECT_EQ(tool.run({"bodies"}).exitCode, 2);
 }
@@ -111,6 +124,32 @@ TEST(Bodies, SyncLinesUpTheClocksOfTwoPhotosOfTheSameInstant) {
   EXPECT_NE(noBody.err.find("“plain.JPG” has no camera serial number or model"), std::string::npos)
       << noBody.err;
   EXPECT_EQ(tool.run({"bodies", "sync", plain.string()}).exitCode, 2);
+
+  // Two photos of one camera line up nothing: refused, and the table stays as it was.
+  const std::string table = tool.run({"bodies", "list"}).out;
+  const ToolResult oneBody = tool.run(
+      {"bodies", "sync", (shoot / "DSC01201.JPG").string(), (shoot / "DSC01202.JPG").string()});
+  EXPECT_EQ(oneBody.exitCode, 1);
+  EXPECT_NE(oneBody.err.find("come from the same camera"), std::string::npos) << oneBody.err;
+  EXPECT_EQ(tool.run({"bodies", "list"}).out, table);
+}
+
+TEST(Bodies, SyncReadsTheClocksInTheZoneGiven) {
+  ToolRunner tool;
+  tool.environment["TZ"] = "UTC";
+  TempFolder folder;
+  const fs::path shoot = folder.path() / "shoot";
+  ASSERT_EQ(tool.run({"demo", shoot.string()}).exitCode, 0);
+  // The video says 12:20 UTC; the Nikon's clock read 14:08:55 in Rome (12:08:55 UTC).
+  const ToolResult synced =
+      tool.run({"bodies", "sync", (shoot / "C0001.MP4").string(), (shoot / "DSC_4413.JPG").string(),
+                "--time-zone", "Europe/Rome"});
+  ASSERT_EQ(synced.exitCode, 0) << synced.err;
+  EXPECT_NE(synced.out.find(" clock: +0:11:05\n"), std::string::npos) << synced.out;
+  EXPECT_EQ(tool.run({"bodies", "sync", (shoot / "C0001.MP4").string(),
+                      (shoot / "DSC_4413.JPG").string(), "--time-zone", "Mars/Olympus"})
+                .exitCode,
+            1);
 }
 
 }  // namespace

@@ -192,5 +192,52 @@ TEST_F(RenameCommands, BadInputIsRefusedWithAClearMessage) {
   EXPECT_TRUE(fs::exists(shoot_.path() / "caf\xE9.jpg"));
 }
 
+// Each row of `preview --json` as "name -> newName status".
+std::vector<std::string> previewRows(const ToolRunner& tool, std::vector<std::string> args) {
+  args.insert(args.begin(), "preview");
+  args.push_back("--json");
+  const ToolResult r = tool.run(args);
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  if (r.exitCode != 0) return {};
+  const Json doc = Json::parse(r.out);
+  std::vector<std::string> rows;
+  for (const Json& item : doc["items"]) {
+    rows.push_back(item["name"].get<std::string>() + " -> " + item["newName"].get<std::string>() +
+                   " " + item["status"].get<std::string>());
+  }
+  return rows;
+}
+
+// ".", "Rome/", a link to Rome, a relative and an absolute path: one folder, with its own name
+// for {folder}, one counter, one set of clashes; a file given twice counts once.
+TEST(RenamePaths, OneFolderSpeltManyWaysIsOneFolder) {
+  ToolRunner tool;
+  TempFolder root;
+  const fs::path rome = root.path() / "Rome";
+  fs::create_directory(rome);
+  root.file("Rome/a.txt");
+  root.file("Rome/b.txt");
+  fs::create_directory_symlink(rome, root.path() / "link");
+  tool.workingFolder = rome;
+  const std::vector<std::string> named{"a.txt -> Rome_0001.txt ok", "b.txt -> Rome_0002.txt ok"};
+  EXPECT_EQ(previewRows(tool, {".", "--template", "{folder}_{counter}"}), named);
+  tool.workingFolder = root.path();
+  EXPECT_EQ(previewRows(tool, {"Rome/", "--template", "{folder}_{counter}"}), named);
+
+  EXPECT_EQ(previewRows(tool, {"Rome/a.txt", (rome / "b.txt").string(), "--template", "{counter}",
+                               "--counter-reset", "perFolder"}),
+            (std::vector<std::string>{"a.txt -> 0001.txt ok", "b.txt -> 0002.txt ok"}));
+  EXPECT_EQ(previewRows(tool, {"Rome/a.txt", "./link/b.txt", "--template", "x"}),
+            (std::vector<std::string>{"a.txt -> x.txt error", "b.txt -> x.txt error"}));
+  EXPECT_EQ(previewRows(tool, {"Rome/a.txt", "./Rome/a.txt", "link/a.txt", "--template", "x"}),
+            (std::vector<std::string>{"a.txt -> x.txt ok"}));
+
+  // Through the link, the files are renamed in the folder itself.
+  const ToolResult renamed =
+      tool.run({"rename", "link/", "--template", "{folder}_{counter}", "--yes"});
+  ASSERT_EQ(renamed.exitCode, 0) << renamed.err;
+  EXPECT_EQ(namesIn(rome), (std::vector<std::string>{"Rome_0001.txt", "Rome_0002.txt"}));
+}
+
 }  // namespace
 }  // namespace tessane::testing

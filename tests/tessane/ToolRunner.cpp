@@ -37,6 +37,7 @@ ToolResult ToolRunner::run(const std::vector<std::string>& args, const std::stri
     ::dup2(in[0], STDIN_FILENO);
     ::dup2(out[1], STDOUT_FILENO);
     ::dup2(err[1], STDERR_FILENO);
+    if (!workingFolder.empty() && ::chdir(workingFolder.c_str()) != 0) ::_exit(127);
     std::vector<char*> argv{const_cast<char*>(TESSANE_TOOL)};
     for (const std::string& a : args)
       argv.push_back(const_cast<char*>(a.c_str()));

@@ -31,6 +31,8 @@ class ToolRunner {
   }
   // Extra environment for the runs ("TZ" -> "Europe/Rome").
   std::map<std::string, std::string> environment;
+  // Where the runs start; empty: this process's current folder.
+  std::filesystem::path workingFolder;
 
  private:
   TempFolder home_;
