@@ -11,7 +11,9 @@
 //   city, location, title, headline   IPTC City, Sub-location, Object Name, Headline
 //   width, height      the photo's size (see below)
 //   date               DateTimeOriginal + SubSecTimeOriginal, else DateTimeDigitized +
-//                      SubSecTimeDigitized, else DateTime + SubSecTime; the first that parses
+//                      SubSecTimeDigitized, else DateTime + SubSecTime: the first the file
+//                      gives (blanks, EXIF's "unknown", give nothing) decides, and when it
+//                      doesn't parse there is no date
 // Pixel size: the decoded image's size for ordinary images. For RAW files Exiv2's own size is
 // often the sensor's or a preview's, so the size a photographer would call the photo's comes first:
 // a DNG's default crop, else the EXIF pixel dimensions, else the size in Panasonic's maker note,

@@ -104,12 +104,20 @@ TEST_F(Provider, CaptureTimeFallsBackAndStaysStrict) {
   EXPECT_EQ(*read(onlyDateTime, FileKind::image).find(MetadataKey::date),
             MetadataValue::date(utc(2023, 7, 1, 10, 0, 0)));
 
+  // A malformed capture time gives no date: the digitized time is not taken in its place.
   const auto malformed = jpeg("c.jpg", {{"Exif.Photo.DateTimeOriginal", "2024:13:45 99:00:00"},
+                                        {"Exif.Photo.DateTimeDigitized", "2024:01:15 08:00:00"},
                                         {"Exif.Image.Make", "Canon"}});
   const MetadataMap m = read(malformed, FileKind::image);
   EXPECT_EQ(m.find(MetadataKey::date), nullptr);
   EXPECT_EQ(textOf(m, MetadataKey::make), "Canon");
   EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+
+  // Blanks are how EXIF says "unknown": that is no capture time, and the next source is read.
+  const auto blank = jpeg("g.jpg", {{"Exif.Photo.DateTimeOriginal", "    :  :     :  :  "},
+                                    {"Exif.Photo.DateTimeDigitized", "2024:01:15 08:00:00"}});
+  EXPECT_EQ(*read(blank, FileKind::image).find(MetadataKey::date),
+            MetadataValue::date(utc(2024, 1, 15, 7, 0, 0)));
 }
 
 TEST_F(Provider, IsoFallsBackToIsoSpeedAndBylineToAuthor) {
@@ -154,6 +162,28 @@ TEST_F(Provider, TheSidecarIsReadLastAndItsEmptyValuesAreSkipped) {
   EXPECT_EQ(textOf(m, MetadataKey::location), "Rialto");
   EXPECT_EQ(textOf(m, MetadataKey::title), "Bridge");
   EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+}
+
+TEST_F(Provider, AnXmpFileReadsItsOwnFields) {
+  // Alone in its folder, or beside the photo it describes: either way its own fields are its.
+  const std::string packet = R"(<x:xmpmeta xmlns:x="adobe:ns:meta/">
+ <rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
+  <rdf:Description rdf:about="" xmlns:dc="http://purl.org/dc/elements/1.1/"
+    xmlns:photoshop="http://ns.adobe.com/photoshop/1.0/" photoshop:City="Napoli">
+   <dc:title><rdf:Alt><rdf:li xml:lang="x-default">Vesuvio</rdf:li></rdf:Alt></dc:title>
+  </rdf:Description>
+ </rdf:RDF>
+</x:xmpmeta>)";
+  for (const char* name : {"orphan.xmp", "IMG_0003.CR2.xmp"}) {
+    const MetadataMap m = read(dir.file(name, packet), FileKind::sidecar);
+    EXPECT_EQ(textOf(m, MetadataKey::title), "Vesuvio") << name;
+    EXPECT_EQ(textOf(m, MetadataKey::city), "Napoli") << name;
+  }
+  // A read that leaves the sidecars out leaves out the sidecar's own fields too.
+  const MetadataProvider datesOnly(*rome(), nullptr, MetadataScope{true, false});
+  EXPECT_EQ(
+      datesOnly.metadata(dir.path() / "orphan.xmp", FileKind::sidecar).find(MetadataKey::title),
+      nullptr);
 }
 
 TEST_F(Provider, ABrokenSidecarAddsNothing) {
@@ -215,6 +245,9 @@ TEST_F(Provider, PdfInfoKeepsTheCreationDatesOffset) {
   EXPECT_EQ(*r.values.find(MetadataKey::pages), MetadataValue::integer(2));
   EXPECT_EQ(*r.values.find(MetadataKey::date), MetadataValue::date(utc(2024, 5, 1, 19, 3, 22)));
   EXPECT_EQ(r.shotUtcOffset, -5 * 3600);
+  EXPECT_EQ(r.shotUtcOffsetText(), "-05:00");
+  EXPECT_EQ((FileMetadata{{}, 5 * 3600 + 45 * 60}.shotUtcOffsetText()), "+05:45");
+  EXPECT_EQ(FileMetadata{}.shotUtcOffsetText(), std::nullopt);
 }
 
 TEST_F(Provider, ContentsThatLieAboutTheirKindNeverCrash) {
