@@ -3,7 +3,10 @@
 //
 // What is read, and from where:
 //   make, model        IFD0 Make, Model
-//   serial             EXIF BodySerialNumber, else DNG CameraSerialNumber, else the maker note's
+//   serial             EXIF BodySerialNumber, else IFD0 CameraSerialNumber, else the maker
+//                      note's (Canon, Nikon's SerialNumber then SerialNO without its "NO="
+//                      label, Fujifilm, Olympus's three, Pentax, Panasonic, Sigma; the first
+//                      that is not empty; of a number list the first, as a CRW file's)
 //   lens               EXIF LensModel, else the maker note's lens as Exiv2 names it
 //   iso                EXIF ISOSpeedRatings (first value), else ISOSpeed
 //   shutter, aperture, focal   EXIF ExposureTime, FNumber, FocalLength

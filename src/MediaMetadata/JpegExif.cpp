@@ -392,19 +392,20 @@ constexpr MakerNoteLayout kThinned[] = {
      std::string_view("SONY DSC \0\0\0", 12),
      MakerNoteLayout::Ifd::afterSignature,
      {0xb027, 0xb02a}},
-    // Equipment (lens type and model, serial number), SerialNumber; three generations.
+    // Equipment (lens type and model, serial number), SerialNumber, the older SerialNumber2;
+    // three generations.
     {"OLYMPUS",
      std::string_view("OLYMPUS\0II\x03\0", 12),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     {"OLYMPUS",
      std::string_view("OLYMP\0\x01\0", 8),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     {"OLYMPUS",
      std::string_view("OLYMP\0\x02\0", 8),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     // SerialNumber (Exiv2 names no lens from a Fujifilm maker note).
     {"FUJIFILM", "FUJIFILM", MakerNoteLayout::Ifd::littleEndianOffsetAt8, {0x0010}},
 };
@@ -471,6 +472,9 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::st
                   stream.begin() + static_cast<std::ptrdiff_t>(ifd + 2 + 12ull * kept));
       ++kept;
     }
+    // Nothing cut: the IFD stays as it is (some maker notes have no next-IFD link, and their
+    // values follow the last entry at once).
+    if (kept == n) return;
     const std::uint64_t end = ifd + 2 + 12ull * kept;
     std::fill_n(stream.begin() + static_cast<std::ptrdiff_t>(end), 4, 0);  // no next IFD
     stream[ifd] = static_cast<std::uint8_t>(little ? kept & 0xFF : kept >> 8);
