@@ -22,6 +22,10 @@ void writeMetadata(const std::filesystem::path& path,
 void writeMovie(const std::filesystem::path& path, const std::string& fourcc, int width, int height,
                 int fps, const std::map<std::string, std::string>& tags);
 
+// A tiny clip of one H.264 video track in the container the extension of `path` names (".MTS"
+// for an MPEG transport stream).
+void writeH264Clip(const std::filesystem::path& path);
+
 // The folder of real sample files, or empty when the environment doesn't name one that exists.
 std::filesystem::path samplesFolder();
 
