@@ -41,9 +41,12 @@ void writeMetadata(const std::filesystem::path& path,
   image->readMetadata();
   Exiv2::ExifData exif = image->exifData();
   Exiv2::IptcData iptc = image->iptcData();
+  Exiv2::XmpData xmp = image->xmpData();
   for (const auto& [key, value] : values) {
     if (key.rfind("Iptc.", 0) == 0) {
       iptc[key] = value;
+    } else if (key.rfind("Xmp.", 0) == 0) {
+      xmp[key] = value;
     } else {
       const Exiv2::ExifKey k(key);
       auto v = Exiv2::Value::create(k.defaultTypeId());
@@ -53,6 +56,7 @@ void writeMetadata(const std::filesystem::path& path,
   }
   image->setExifData(exif);
   image->setIptcData(iptc);
+  image->setXmpData(xmp);
   image->writeMetadata();
 }
 

@@ -11,7 +11,8 @@ namespace tessane::testing {
 // metadata reader (start, quantisation table, frame header with the size, scan, end).
 std::string tinyJpeg(int width, int height);
 
-// Writes EXIF and IPTC values ("Exif.Image.Make" -> "Canon", "Iptc.Application2.City" -> "Roma")
+// Writes EXIF, IPTC and XMP values ("Exif.Image.Make" -> "Canon", "Iptc.Application2.City" ->
+// "Roma", "Xmp.photoshop.City" -> "Roma")
 // into the image at `path` through Exiv2. Values are given as Exiv2 reads them from text, so
 // rationals are "1/250" and numbers "400".
 void writeMetadata(const std::filesystem::path& path,

@@ -8,8 +8,11 @@
 
 #include <chrono>
 #include <memory>
+#include <span>
 
+#include "FileContents.h"
 #include "Fixtures.h"
+#include "MediaMetadata/ImageReader.h"
 #include "TempFolder.h"
 
 namespace tessane {
@@ -206,6 +209,45 @@ TEST_F(Provider, TextsThatAreNotUtf8AreReadAsLatin1) {
   const auto p = dir.file("f.jpg", testing::tinyJpeg(8, 8));
   testing::writeMetadata(p, {{"Exif.Image.Artist", "Jos\xe9"}});
   EXPECT_EQ(textOf(read(p, FileKind::image), MetadataKey::author), "Jos\xc3\xa9");
+}
+
+TEST_F(Provider, IptcTextsInTheirCharacterSetAndTheImagesOwnXmpBeforeThem) {
+  const auto span = [](const std::string& bytes) {
+    return std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  };
+  // Record 1:90 names ISO 8859-5: "Москва", not the Latin-1 reading of its bytes.
+  const auto cyrillic = jpeg("h.jpg", {{"Iptc.Envelope.CharacterSet", "\x1b-L"},
+                                       {"Iptc.Application2.City", "\xbc\xde\xe1\xda\xd2\xd0"}});
+  EXPECT_EQ(textOf(read(cyrillic, FileKind::image), MetadataKey::city),
+            "\xd0\x9c\xd0\xbe\xd1\x81\xd0\xba\xd0\xb2\xd0\xb0");
+
+  // Where the image's XMP has a field its IPTC has too, the XMP's text is taken; IFD0's Artist
+  // still comes before any creator.
+  const auto both = jpeg("i.jpg", {{"Iptc.Application2.City", "Milano"},
+                                   {"Iptc.Application2.Headline", "From the IPTC"},
+                                   {"Iptc.Application2.Byline", "Bo Berg"},
+                                   {"Xmp.photoshop.City", "Milano \xe2\x80\x93 Brera"},
+                                   {"Xmp.dc.creator", "Ada Rossi"},
+                                   {"Xmp.dc.title", "lang=x-default Ponte"}});
+  const MetadataMap m = read(both, FileKind::image);
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Milano \xe2\x80\x93 Brera");
+  EXPECT_EQ(textOf(m, MetadataKey::headline), "From the IPTC");
+  EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+  EXPECT_EQ(textOf(m, MetadataKey::title), "Ponte");
+  const auto artist = jpeg("j.jpg", {{"Exif.Image.Artist", "Cy Twombly"},
+                                     {"Iptc.Application2.Byline", "Bo Berg"},
+                                     {"Xmp.dc.creator", "Ada Rossi"}});
+  EXPECT_EQ(textOf(read(artist, FileKind::image), MetadataKey::author), "Cy Twombly");
+
+  // The quick path reads them as Exiv2's whole parse does.
+  for (const auto& file : {cyrillic, both, artist}) {
+    const std::string bytes = testing::contentsOf(file);
+    MetadataMap quick;
+    MetadataMap whole;
+    ImageReader::readBytes(span(bytes), FileKind::image, *rome(), quick, true);
+    ImageReader::readBytes(span(bytes), FileKind::image, *rome(), whole, false);
+    EXPECT_EQ(quick, whole) << file;
+  }
 }
 
 TEST_F(Provider, AudioTagsThroughTagLib) {
