@@ -353,7 +353,7 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
     }
     ImageFields fields = pick(exif);
     IptcFields::read(image->iptcData(), fields);
-    if (IptcFields::any(fields)) IptcFields::preferXmp(image->xmpData(), fields);
+    if (fields.iptcUncertain) IptcFields::preferXmp(image->xmpData(), fields);
     fields.imageWidth = image->pixelWidth();
     fields.imageHeight = image->pixelHeight();
     ImageFieldsMapping::toMetadata(fields, kind, zone, out);

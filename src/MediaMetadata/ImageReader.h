@@ -12,8 +12,8 @@
 //   shutter, aperture, focal   EXIF ExposureTime, FNumber, FocalLength
 //   author             IFD0 Artist, else IPTC By-line
 //   city, location, title, headline   IPTC City, Sub-location, Object Name, Headline
-// The IPTC texts are read in the character set record 1:90 names; when the IPTC gives any of
-// these fields, the image's own XMP (dc:creator, photoshop:City, Iptc4xmpCore:Location,
+// The IPTC texts are read in the character set record 1:90 names; when none is named and a text
+// is not ASCII, the image's own XMP (dc:creator, photoshop:City, Iptc4xmpCore:Location,
 // dc:title, photoshop:Headline) takes the place of each one it has (IptcFields).
 //   width, height      the photo's size (see below)
 //   date               DateTimeOriginal + SubSecTimeOriginal, else DateTimeDigitized +

@@ -18,7 +18,7 @@ namespace {
 
 // The converter for the character set that record 1:90 designates by its ISO 2022 escape
 // sequence; null for UTF-8, for none and for one not listed (those texts are read as unmarked).
-const char* charsetOf(const Exiv2::IptcData& iptc) {
+const char* charsetOf(const Exiv2::IptcData& iptc, bool& named) {
   static constexpr std::pair<std::string_view, const char*> kSets[] = {
       {"\x1b-A", "ISO-8859-1"},  {"\x1b-B", "ISO-8859-2"},  {"\x1b-C", "ISO-8859-3"},
       {"\x1b-D", "ISO-8859-4"},  {"\x1b-L", "ISO-8859-5"},  {"\x1b-G", "ISO-8859-6"},
@@ -29,12 +29,23 @@ const char* charsetOf(const Exiv2::IptcData& iptc) {
   for (const Exiv2::Iptcdatum& d : iptc) {
     if (d.record() != 1 || d.tag() != 90) continue;
     const std::string mark = d.toString();
+    named = mark == "\x1b%G";
     for (const auto& [escape, name] : kSets) {
-      if (mark == escape) return name;
+      if (mark == escape) {
+        named = true;
+        return name;
+      }
     }
     return nullptr;
   }
   return nullptr;
+}
+
+bool isAscii(const std::string& text) {
+  for (const char c : text) {
+    if (static_cast<unsigned char>(c) >= 0x80) return false;
+  }
+  return true;
 }
 
 std::string decoded(const std::string& raw, const char* charset) {
@@ -51,6 +62,7 @@ std::string decoded(const std::string& raw, const char* charset) {
 void read(const Exiv2::IptcData& iptc, ImageFields& fields) {
   const char* charset = nullptr;
   bool charsetKnown = false;
+  bool charsetNamed = false;
   for (const Exiv2::Iptcdatum& d : iptc) {
     if (d.record() != 2) continue;
     std::optional<std::string>* field = nullptr;
@@ -75,15 +87,20 @@ void read(const Exiv2::IptcData& iptc, ImageFields& fields) {
     }
     if (field->has_value()) continue;
     if (!charsetKnown) {
-      charset = charsetOf(iptc);
+      charset = charsetOf(iptc, charsetNamed);
       charsetKnown = true;
     }
-    *field = MetadataText::clean(decoded(d.toString(), charset));
+    const std::string raw = d.toString();
+    *field = MetadataText::clean(decoded(raw, charset));
+    if (*field && !charsetNamed && !isAscii(raw)) fields.iptcUncertain = true;
   }
 }
 
-bool any(const ImageFields& f) {
-  return f.byline || f.city || f.subLocation || f.objectName || f.headline;
+bool xmpMayHold(std::string_view packet) {
+  for (const std::string_view name : {":City", ":Location", ":title", ":Headline", ":creator"}) {
+    if (packet.find(name) != std::string_view::npos) return true;
+  }
+  return false;
 }
 
 void preferXmp(const Exiv2::XmpData& xmp, ImageFields& f) {

@@ -541,14 +541,13 @@ void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
 // The image's own XMP packet, decoded as Exiv2's JPEG reader decodes it, in place of the IPTC.
 void readXmp(Bytes packet, std::size_t size, ImageFields& f) {
   if (packet.size() != size) throw GiveUp{};
+  const std::string_view text(reinterpret_cast<const char*>(packet.data()), packet.size());
+  if (!IptcFields::xmpMayHold(text)) return;
   Exiv2::XmpData data;
-  if (size > 0) {
-    try {
-      Exiv2::XmpParser::decode(
-          data, std::string(reinterpret_cast<const char*>(packet.data()), packet.size()));
-    } catch (...) {
-      throw GiveUp{};
-    }
+  try {
+    Exiv2::XmpParser::decode(data, std::string(text));
+  } catch (...) {
+    throw GiveUp{};
   }
   IptcFields::preferXmp(data, f);
 }
@@ -660,7 +659,7 @@ std::optional<Parts> read(const Fetch& fetch) {
       pos = payloadAt + payloadSize;
     }
     readIptc(photoshop, f);
-    if (xmp && IptcFields::any(f)) readXmp(fetch(xmp->first, xmp->second), xmp->second, f);
+    if (xmp && f.iptcUncertain) readXmp(fetch(xmp->first, xmp->second), xmp->second, f);
     if (haveExif) {
       ImageFields withExif = f;
       try {

@@ -221,26 +221,31 @@ TEST_F(Provider, IptcTextsInTheirCharacterSetAndTheImagesOwnXmpBeforeThem) {
   EXPECT_EQ(textOf(read(cyrillic, FileKind::image), MetadataKey::city),
             "\xd0\x9c\xd0\xbe\xd1\x81\xd0\xba\xd0\xb2\xd0\xb0");
 
-  // Where the image's XMP has a field its IPTC has too, the XMP's text is taken; IFD0's Artist
-  // still comes before any creator.
-  const auto both = jpeg("i.jpg", {{"Iptc.Application2.City", "Milano"},
+  // IPTC that names no character set and isn't ASCII ("Z\xfcrich" in Latin-1, or in some other
+  // set?) gives way to the image's XMP, field by field; IFD0's Artist still comes before any
+  // creator.
+  const auto both = jpeg("i.jpg", {{"Iptc.Application2.City", "Z\xfcrich"},
                                    {"Iptc.Application2.Headline", "From the IPTC"},
                                    {"Iptc.Application2.Byline", "Bo Berg"},
-                                   {"Xmp.photoshop.City", "Milano \xe2\x80\x93 Brera"},
+                                   {"Xmp.photoshop.City", "Z\xc3\xbcrich \xe2\x80\x93 Kreis 1"},
                                    {"Xmp.dc.creator", "Ada Rossi"},
                                    {"Xmp.dc.title", "lang=x-default Ponte"}});
   const MetadataMap m = read(both, FileKind::image);
-  EXPECT_EQ(textOf(m, MetadataKey::city), "Milano \xe2\x80\x93 Brera");
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Z\xc3\xbcrich \xe2\x80\x93 Kreis 1");
   EXPECT_EQ(textOf(m, MetadataKey::headline), "From the IPTC");
   EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
   EXPECT_EQ(textOf(m, MetadataKey::title), "Ponte");
   const auto artist = jpeg("j.jpg", {{"Exif.Image.Artist", "Cy Twombly"},
-                                     {"Iptc.Application2.Byline", "Bo Berg"},
+                                     {"Iptc.Application2.Byline", "Bj\xf6rk"},
                                      {"Xmp.dc.creator", "Ada Rossi"}});
   EXPECT_EQ(textOf(read(artist, FileKind::image), MetadataKey::author), "Cy Twombly");
+  // IPTC in ASCII, or in a named set, reads as it stands.
+  const auto plain = jpeg("k.jpg", {{"Iptc.Application2.City", "Milano"},
+                                    {"Xmp.photoshop.City", "Milano \xe2\x80\x93 Brera"}});
+  EXPECT_EQ(textOf(read(plain, FileKind::image), MetadataKey::city), "Milano");
 
   // The quick path reads them as Exiv2's whole parse does.
-  for (const auto& file : {cyrillic, both, artist}) {
+  for (const auto& file : {cyrillic, both, artist, plain}) {
     const std::string bytes = testing::contentsOf(file);
     MetadataMap quick;
     MetadataMap whole;
