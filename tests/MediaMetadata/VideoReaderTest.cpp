@@ -82,7 +82,8 @@ TEST_F(Video, TheContainersCreationTimeWhenThereIsNoQuickTimeDate) {
 TEST_F(Video, TheCodecOfTheTrackNotTheContainersCode) {
   const auto p = dir_.path() / "00001.MTS";
   testing::writeH264Clip(p);
-  const MetadataValue* codec = provider_.read(p, FileKind::video).values.find(MetadataKey::codec);
+  const FileMetadata clip = provider_.read(p, FileKind::video);
+  const MetadataValue* codec = clip.values.find(MetadataKey::codec);
   ASSERT_NE(codec, nullptr);
   EXPECT_EQ(*codec, MetadataValue::text("H264"));
 
