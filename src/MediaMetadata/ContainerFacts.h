@@ -23,8 +23,11 @@ struct VideoFacts {
   // The first video track (cover pictures aside), when there is one.
   bool hasVideoTrack = false;
   int width = 0, height = 0;
-  double framesPerSecond = 0;    // 0: the track doesn't say
-  std::uint32_t codecTag = 0;    // the four-character code, first character in the low byte
+  double framesPerSecond = 0;  // 0: the track doesn't say
+  std::uint32_t codecTag = 0;  // the four-character code, first character in the low byte
+  // Whether that code names the track's codec as QuickTime or AVI files name codecs; a transport
+  // stream's code is its stream type or a registration ("HDMV"), which name no codec.
+  bool codecTagNamesCodec = false;
   std::string codecLibraryName;  // the library's name for the codec; empty when unknown
 };
 

@@ -32,16 +32,22 @@ void readLens(const ImageFields& f, MetadataMap& out) {
   if (text && isLensName(*text)) out.set(MetadataKey::lens, MetadataValue::text(*text));
 }
 
+// EXIF writes an unknown time as blanks (and colons): that is no time at all.
+bool isBlankTime(const std::string& text) {
+  return text.find_first_not_of(" :\t\r\n", 0) == std::string::npos;
+}
+
+// The first source the file gives decides: a malformed time there is no date, never the next
+// source's time in its place (which may be a later edit's).
 std::optional<Date> captureDate(const ImageFields& f, const icu::TimeZone& zone) {
   const std::array<std::pair<const Entry*, const Entry*>, 3> sources = {
       {{&f.original, &f.subSecOriginal},
        {&f.digitized, &f.subSecDigitized},
        {&f.dateTime, &f.subSec}}};
   for (const auto& [date, subSec] : sources) {
-    if (!*date) continue;
+    if (!*date || isBlankTime((*date)->text)) continue;
     std::optional<Date> d = TimeParsing::exifDate((*date)->text, zone);
-    if (!d) continue;
-    if (*subSec) {
+    if (d && *subSec) {
       if (const auto fraction = TimeParsing::subSeconds((*subSec)->text)) *d += *fraction;
     }
     return d;

@@ -42,6 +42,8 @@ struct ImageFields {
   bool makerNote = false;
   // IPTC (record 2): the first of each.
   std::optional<std::string> byline, city, subLocation, objectName, headline;
+  // One of those texts is not ASCII and no character set is named for it: its reading is a guess.
+  bool iptcUncertain = false;
   // The decoded image's size, 0 when unknown.
   std::int64_t imageWidth = 0;
   std::int64_t imageHeight = 0;

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -44,6 +45,8 @@ struct Groups {
   int photo = -1;
   // Maker-note serial numbers, in order of preference: (ifd id, tag).
   std::vector<std::pair<int, std::uint16_t>> makerSerials;
+  // Nikon's older serial number, written "NO= 1005a431".
+  std::pair<int, std::uint16_t> nikonSerialNo{-1, 0};
   // Panasonic's maker note: the photo's width and height.
   int panasonic = -1;
 };
@@ -55,12 +58,15 @@ const Groups& groups() {
     out.photo = Exiv2::ExifKey("Exif.Photo.FNumber").ifdId();
     out.panasonic = Exiv2::ExifKey("Exif.Panasonic.ImageWidth").ifdId();
     for (const char* key :
-         {"Exif.Canon.SerialNumber", "Exif.Nikon3.SerialNumber", "Exif.Fujifilm.SerialNumber",
-          "Exif.OlympusEq.SerialNumber", "Exif.Olympus.SerialNumber", "Exif.Pentax.SerialNumber",
+         {"Exif.Canon.SerialNumber", "Exif.Nikon3.SerialNumber", "Exif.Nikon3.SerialNO",
+          "Exif.Fujifilm.SerialNumber", "Exif.OlympusEq.SerialNumber", "Exif.Olympus.SerialNumber",
+          "Exif.Olympus.SerialNumber2", "Exif.Pentax.SerialNumber",
           "Exif.Panasonic.InternalSerialNumber", "Exif.Sigma.SerialNumber"}) {
       try {
         const Exiv2::ExifKey k(key);
         out.makerSerials.emplace_back(k.ifdId(), k.tag());
+        if (std::string_view(key) == "Exif.Nikon3.SerialNO")
+          out.nikonSerialNo = {k.ifdId(), k.tag()};
       } catch (...) {
         // A key this Exiv2 doesn't know is simply not looked for.
       }
@@ -101,6 +107,26 @@ std::string text(const Exifdatum& d) {
     return bytes;
   }
   return d.toString();
+}
+
+// A maker note's serial number as text: the first number of a numeric one (a CRW file holds a
+// second, unrelated number after it), the characters of a byte one from its first that is not
+// NUL (some Panasonic cameras start it with NULs), and Nikon's "NO= 1005a431" without its label,
+// which is the number those cameras write as the EXIF body serial number when they write one.
+std::string serialText(const Exifdatum& d, bool nikonLabel) {
+  switch (d.typeId()) {
+    case Exiv2::unsignedShort:
+    case Exiv2::unsignedLong:
+    case Exiv2::signedShort:
+    case Exiv2::signedLong:
+      return d.toString(0);
+    default:
+      break;
+  }
+  std::string t = text(d);
+  t.erase(0, std::min(t.size(), t.find_first_not_of('\0')));
+  if (nikonLabel && t.rfind("NO=", 0) == 0) t.erase(0, 3);
+  return t;
 }
 
 enum class Form { text, ratio, integers };
@@ -213,8 +239,15 @@ ImageFields pick(const Exiv2::ExifData& exif) {
     } else {
       for (std::size_t i = 0; i < g.makerSerials.size() && i < makerSerialRank; ++i) {
         if (g.makerSerials[i].first == ifd && g.makerSerials[i].second == tag && d.count() > 0) {
-          f.makerSerial.reset();
-          keepFirst(f.makerSerial, d, Form::text);
+          // An empty one (a camera that wasn't given its number) leaves room for the others.
+          std::string serial;
+          try {
+            serial = serialText(d, g.makerSerials[i] == g.nikonSerialNo);
+          } catch (...) {
+            break;  // a value Exiv2 can't convert is left out
+          }
+          if (!MetadataText::clean(serial)) break;
+          f.makerSerial = ExifEntry{std::move(serial), {}, {}, {}};
           makerSerialRank = i;
           break;
         }
@@ -317,6 +350,7 @@ void readWith(Open&& open, Bytes&& bytes, FileKind kind, const icu::TimeZone& zo
     }
     ImageFields fields = pick(exif);
     IptcFields::read(image->iptcData(), fields);
+    if (fields.iptcUncertain) IptcFields::preferXmp(image->xmpData(), fields);
     fields.imageWidth = image->pixelWidth();
     fields.imageHeight = image->pixelHeight();
     ImageFieldsMapping::toMetadata(fields, kind, zone, out);

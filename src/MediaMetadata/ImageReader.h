@@ -3,15 +3,23 @@
 //
 // What is read, and from where:
 //   make, model        IFD0 Make, Model
-//   serial             EXIF BodySerialNumber, else DNG CameraSerialNumber, else the maker note's
+//   serial             EXIF BodySerialNumber, else IFD0 CameraSerialNumber, else the maker
+//                      note's (Canon, Nikon's SerialNumber then SerialNO without its "NO="
+//                      label, Fujifilm, Olympus's three, Pentax, Panasonic, Sigma; the first
+//                      that is not empty; of a number list the first, as a CRW file's)
 //   lens               EXIF LensModel, else the maker note's lens as Exiv2 names it
 //   iso                EXIF ISOSpeedRatings (first value), else ISOSpeed
 //   shutter, aperture, focal   EXIF ExposureTime, FNumber, FocalLength
 //   author             IFD0 Artist, else IPTC By-line
 //   city, location, title, headline   IPTC City, Sub-location, Object Name, Headline
+// The IPTC texts are read in the character set record 1:90 names; when none is named and a text
+// is not ASCII, the image's own XMP (dc:creator, photoshop:City, Iptc4xmpCore:Location,
+// dc:title, photoshop:Headline) takes the place of each one it has (IptcFields).
 //   width, height      the photo's size (see below)
 //   date               DateTimeOriginal + SubSecTimeOriginal, else DateTimeDigitized +
-//                      SubSecTimeDigitized, else DateTime + SubSecTime; the first that parses
+//                      SubSecTimeDigitized, else DateTime + SubSecTime: the first the file
+//                      gives (blanks, EXIF's "unknown", give nothing) decides, and when it
+//                      doesn't parse there is no date
 // Pixel size: the decoded image's size for ordinary images. For RAW files Exiv2's own size is
 // often the sensor's or a preview's, so the size a photographer would call the photo's comes first:
 // a DNG's default crop, else the EXIF pixel dimensions, else the size in Panasonic's maker note,

@@ -5,8 +5,10 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #pragma GCC diagnostic push
@@ -23,6 +25,7 @@ namespace {
 using Bytes = std::span<const std::uint8_t>;
 
 constexpr std::size_t kMaxSegments = 512;
+constexpr std::string_view kXmpId("http://ns.adobe.com/xap/1.0/\0", 29);
 constexpr std::uint16_t kMaxEntries = 1024;
 
 // Thrown inside this file only, when the quick path gives up.
@@ -392,19 +395,20 @@ constexpr MakerNoteLayout kThinned[] = {
      std::string_view("SONY DSC \0\0\0", 12),
      MakerNoteLayout::Ifd::afterSignature,
      {0xb027, 0xb02a}},
-    // Equipment (lens type and model, serial number), SerialNumber; three generations.
+    // Equipment (lens type and model, serial number), SerialNumber, the older SerialNumber2;
+    // three generations.
     {"OLYMPUS",
      std::string_view("OLYMPUS\0II\x03\0", 12),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     {"OLYMPUS",
      std::string_view("OLYMP\0\x01\0", 8),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     {"OLYMPUS",
      std::string_view("OLYMP\0\x02\0", 8),
      MakerNoteLayout::Ifd::afterSignature,
-     {0x2010, 0x0404}},
+     {0x2010, 0x0404, 0x101a}},
     // SerialNumber (Exiv2 names no lens from a Fujifilm maker note).
     {"FUJIFILM", "FUJIFILM", MakerNoteLayout::Ifd::littleEndianOffsetAt8, {0x0010}},
 };
@@ -471,6 +475,9 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::st
                   stream.begin() + static_cast<std::ptrdiff_t>(ifd + 2 + 12ull * kept));
       ++kept;
     }
+    // Nothing cut: the IFD stays as it is (some maker notes have no next-IFD link, and their
+    // values follow the last entry at once).
+    if (kept == n) return;
     const std::uint64_t end = ifd + 2 + 12ull * kept;
     std::fill_n(stream.begin() + static_cast<std::ptrdiff_t>(end), 4, 0);  // no next IFD
     stream[ifd] = static_cast<std::uint8_t>(little ? kept & 0xFF : kept >> 8);
@@ -531,6 +538,20 @@ void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
   IptcFields::read(data, f);
 }
 
+// The image's own XMP packet, decoded as Exiv2's JPEG reader decodes it, in place of the IPTC.
+void readXmp(Bytes packet, std::size_t size, ImageFields& f) {
+  if (packet.size() != size) throw GiveUp{};
+  const std::string_view text(reinterpret_cast<const char*>(packet.data()), packet.size());
+  if (!IptcFields::xmpMayHold(text)) return;
+  Exiv2::XmpData data;
+  try {
+    Exiv2::XmpParser::decode(data, std::string(text));
+  } catch (...) {
+    throw GiveUp{};
+  }
+  IptcFields::preferXmp(data, f);
+}
+
 bool isSof(std::uint8_t m) {
   return (m >= 0xc0 && m <= 0xc3) || (m >= 0xc5 && m <= 0xc7) || (m >= 0xc9 && m <= 0xcb) ||
          (m >= 0xcd && m <= 0xcf);
@@ -587,6 +608,12 @@ std::optional<Parts> read(const Fetch& fetch) {
     std::vector<std::uint8_t> photoshop;
     bool haveExif = false;
     bool havePhotoshop = false;
+    // The first XMP packet (as Exiv2 takes it): where it lies, read only when IPTC needs it.
+    std::optional<std::pair<std::uint64_t, std::size_t>> xmp;
+    const auto isXmp = [](Bytes payload) {
+      return payload.size() >= kXmpId.size() &&
+             std::equal(kXmpId.begin(), kXmpId.end(), payload.begin());
+    };
     std::uint64_t pos = 2;
     for (std::size_t count = 0;; ++count) {
       if (count == kMaxSegments) throw GiveUp{};
@@ -608,6 +635,12 @@ std::optional<Parts> read(const Fetch& fetch) {
         if (std::memcmp(p.data(), "Exif\0\0", 6) == 0) {
           exif.assign(p.begin() + 6, p.end());
           haveExif = true;
+        } else if (!xmp && isXmp(p)) {
+          xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
+        }
+      } else if (marker == 0xe1 && !xmp && payloadSize >= kXmpId.size()) {
+        if (isXmp(fetch(payloadAt, kXmpId.size()))) {
+          xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
         }
       } else if (marker == 0xed && payloadSize >= 14) {
         const Bytes p = fetch(payloadAt, payloadSize);
@@ -626,6 +659,7 @@ std::optional<Parts> read(const Fetch& fetch) {
       pos = payloadAt + payloadSize;
     }
     readIptc(photoshop, f);
+    if (xmp && f.iptcUncertain) readXmp(fetch(xmp->first, xmp->second), xmp->second, f);
     if (haveExif) {
       ImageFields withExif = f;
       try {

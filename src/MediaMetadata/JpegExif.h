@@ -1,6 +1,8 @@
 // The quick path for JPEG files: the frame size, the EXIF fields of IFD0 and the EXIF IFD, and
 // the IPTC records, read straight from the file's segments without Exiv2's full parse (which
-// decodes every maker note entry and the XMP packet, none of which the mapping needs).
+// decodes every maker note entry and the XMP packet). The XMP packet is decoded only when an IPTC
+// text's character set is a guess, and the XMP's texts then take the IPTC's place
+// (IptcFields::preferXmp).
 //
 // It gives exactly what Exiv2's path gives, or nothing so that the caller takes Exiv2's path: it
 // gives up on segments it does not read the way Exiv2 does (one that runs past the end, rare

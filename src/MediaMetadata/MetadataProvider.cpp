@@ -2,6 +2,7 @@
 
 #include <unicode/timezone.h>
 
+#include <cstdio>
 #include <initializer_list>
 
 #include "AudioReader.h"
@@ -13,6 +14,16 @@
 #include "VideoReader.h"
 
 namespace tessane {
+
+std::optional<std::string> FileMetadata::shotUtcOffsetText() const {
+  if (!shotUtcOffset) return std::nullopt;
+  const std::int64_t seconds = *shotUtcOffset;
+  const std::int64_t minutes = (seconds < 0 ? -seconds : seconds) / 60;
+  char text[16];
+  std::snprintf(text, sizeof text, "%c%02d:%02d", seconds < 0 ? '-' : '+',
+                static_cast<int>(minutes / 60), static_cast<int>(minutes % 60));
+  return std::string(text);
+}
 
 MetadataScope MetadataScope::forVariables(const std::set<TemplateVariable>& variables) {
   const auto uses = [&](std::initializer_list<TemplateVariable> any) {
@@ -67,6 +78,9 @@ FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind 
       result.shotUtcOffset = PdfReader::read(file, *timeZone_, result.values);
       break;
     case FileKind::sidecar:
+      // An XMP file's own fields are its values, whether or not a photo of its name is there.
+      if (scope_.sidecars) SidecarReader::read(file, result.values);
+      break;
     case FileKind::other:
       break;
   }

@@ -4,9 +4,13 @@
 // video through libavformat (VideoReader), audio through TagLib (AudioReader), PDF through
 // poppler (PdfReader). Every file gets its file-system dates (FileDates), and a file with an XMP
 // sidecar gets the sidecar's descriptive fields, stored after the file's own so that the sidecar
-// wins (SidecarReader, SidecarIndex).
+// wins (SidecarReader, SidecarIndex). An XMP file itself gives its own descriptive fields, the
+// same ones (so a sidecar without its photo still has a title), when the scope reads sidecars.
 //
-// Camera clock times without an offset are read in `timeZone()`.
+// Camera clock times without an offset are read in `timeZone()`. A date that names its own
+// offset (a video's, a PDF's) is the moment it names; the offset is kept beside the values as
+// `shotUtcOffset`, for showing, and changes no value: `{date}` shows that moment in the naming
+// time zone, as every date in a name.
 //
 // Nothing is thrown and nothing is printed: a file that can't be opened or parsed gives only what
 // could be read, at least its dates when it exists. A value type, cheap to copy; its sidecar
@@ -40,6 +44,9 @@ struct FileMetadata {
   // The UTC offset in seconds the file gives for its capture date (a video's creation date or a
   // PDF's), when it names one other than zero; otherwise the provider's time zone applies.
   std::optional<std::int32_t> shotUtcOffset;
+
+  // `shotUtcOffset` as ISO 8601 writes it ("+02:00", "-05:30"); nothing when there is none.
+  std::optional<std::string> shotUtcOffsetText() const;
 
   friend bool operator==(const FileMetadata&, const FileMetadata&) = default;
 };

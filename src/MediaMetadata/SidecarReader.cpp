@@ -44,11 +44,8 @@ bool readAll(const std::filesystem::path& path, std::string& out) {
 
 }  // namespace
 
-void readPacket(std::string_view packet, MetadataMap& out) {
-  if (packet.empty()) return;
+void readXmp(const Exiv2::XmpData& xmp, MetadataMap& out) {
   try {
-    Exiv2::XmpData xmp;
-    if (Exiv2::XmpParser::decode(xmp, std::string(packet)) != 0) return;
     static const std::pair<const char*, MetadataKey> kFields[] = {
         {"Xmp.photoshop.City", MetadataKey::city},
         {"Xmp.iptc.Location", MetadataKey::location},
@@ -62,7 +59,18 @@ void readPacket(std::string_view packet, MetadataMap& out) {
       MetadataText::setText(out, field, firstText(it->value()));
     }
   } catch (...) {
-    // A broken packet adds nothing more.
+    // A value Exiv2 can't give adds nothing more.
+  }
+}
+
+void readPacket(std::string_view packet, MetadataMap& out) {
+  if (packet.empty()) return;
+  try {
+    Exiv2::XmpData xmp;
+    if (Exiv2::XmpParser::decode(xmp, std::string(packet)) != 0) return;
+    readXmp(xmp, out);
+  } catch (...) {
+    // A broken packet adds nothing.
   }
 }
 

@@ -10,6 +10,10 @@
 
 #include "RenameEngine/MetadataValue.h"
 
+namespace Exiv2 {
+class XmpData;
+}
+
 namespace tessane::SidecarReader {
 
 // Sidecars larger than this are not XMP a photo tool wrote, and are not read.
@@ -17,5 +21,7 @@ inline constexpr std::size_t kMaxSidecarBytes = 8u << 20;
 
 void read(const std::filesystem::path& sidecar, MetadataMap& out);
 void readPacket(std::string_view packet, MetadataMap& out);
+// The same fields from XMP that Exiv2 has decoded (an image's own packet).
+void readXmp(const Exiv2::XmpData& xmp, MetadataMap& out);
 
 }  // namespace tessane::SidecarReader

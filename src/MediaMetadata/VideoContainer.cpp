@@ -93,7 +93,13 @@ void read(const char* path, tessane::VideoFacts& out) {
   if (rate.num <= 0 || rate.den <= 0) rate = video->r_frame_rate;
   if (rate.num > 0 && rate.den > 0) out.framesPerSecond = av_q2d(rate);
   out.codecTag = p->codec_tag;
-  if (p->codec_id != AV_CODEC_ID_NONE) out.codecLibraryName = avcodec_get_name(p->codec_id);
+  if (p->codec_id != AV_CODEC_ID_NONE) {
+    out.codecLibraryName = avcodec_get_name(p->codec_id);
+    const AVCodecTag* const tables[] = {avformat_get_mov_video_tags(),
+                                        avformat_get_riff_video_tags(), nullptr};
+    out.codecTagNamesCodec =
+        p->codec_tag != 0 && av_codec_get_id(tables, p->codec_tag) == p->codec_id;
+  }
 }
 
 }  // namespace

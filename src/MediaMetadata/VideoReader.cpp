@@ -54,6 +54,17 @@ std::optional<std::string_view> codecName(std::string_view fourcc) noexcept {
   return std::nullopt;
 }
 
+std::optional<std::string> codecText(const VideoFacts& facts) {
+  const std::string fourcc = fourccOf(facts.codecTag);
+  if (const auto name = codecName(fourcc)) return std::string(*name);
+  // The codecs the table names keep its name under any other code, or none.
+  if (facts.codecLibraryName == "h264") return std::string("H264");
+  if (facts.codecLibraryName == "hevc") return std::string("HEVC");
+  if (facts.codecTagNamesCodec && printable(fourcc)) return fourcc;
+  if (!facts.codecLibraryName.empty()) return facts.codecLibraryName;
+  return std::nullopt;
+}
+
 std::string problem() {
   return containerModule().problem();
 }
@@ -93,14 +104,7 @@ std::optional<std::int32_t> read(const std::filesystem::path& path, const icu::T
   if (std::isfinite(fps) && fps > 0 && fps < 10000) {
     out.set(MetadataKey::fps, MetadataValue::number(fps));
   }
-  const std::string fourcc = fourccOf(facts.codecTag);
-  if (const auto name = codecName(fourcc)) {
-    out.set(MetadataKey::codec, MetadataValue::text(std::string(*name)));
-  } else if (facts.codecTag != 0 && printable(fourcc)) {
-    MetadataText::setText(out, MetadataKey::codec, fourcc);
-  } else if (!facts.codecLibraryName.empty()) {
-    MetadataText::setText(out, MetadataKey::codec, facts.codecLibraryName);
-  }
+  if (const auto codec = codecText(facts)) MetadataText::setText(out, MetadataKey::codec, *codec);
   return shotOffset;
 }
 

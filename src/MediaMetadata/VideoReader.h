@@ -3,9 +3,12 @@
 //
 // The capture date is the QuickTime creation date ("com.apple.quicktime.creationdate"), else
 // the container's creation time. Its offset, when it names one other than zero, is kept as the
-// shot's own time zone; a zero or absent offset leaves the provider's. The codec is named from the
-// track's four-character code (avc1 "H264", hvc1 and hev1 "HEVC", the ProRes family); any other
-// code is given as its four characters, and a track without one by FFmpeg's codec name.
+// shot's own time zone; a zero or absent offset leaves the provider's. The codec is the first
+// video track's: named from its four-character code by the table (avc1 "H264", hvc1 and hev1
+// "HEVC", the ProRes family); H.264 and HEVC under any other code (an AVCHD clip's "HDMV"
+// registration, a Matroska track's none) by the table's names too; else the code's four
+// characters when it names the codec as QuickTime and AVI files do ("mp4v", "MJPG"), else FFmpeg's
+// codec name ("mpeg2video").
 //
 // The header is read without the slow stream probe; the probe runs only when the header leaves
 // the video track's size or codec unknown (MPEG transport streams, for one). FFmpeg lives in the
@@ -20,6 +23,7 @@
 
 #include <unicode/uversion.h>
 
+#include "ContainerFacts.h"
 #include "RenameEngine/MetadataValue.h"
 
 U_NAMESPACE_BEGIN
@@ -30,6 +34,9 @@ namespace tessane::VideoReader {
 
 // The codec text for a four-character code, or nothing when the table doesn't list it.
 std::optional<std::string_view> codecName(std::string_view fourcc) noexcept;
+
+// The codec text of a video track as the container describes it; nothing when it says nothing.
+std::optional<std::string> codecText(const VideoFacts& facts);
 
 // Why videos can't be read, when the module that reads them can't be loaded; else empty.
 std::string problem();

@@ -205,6 +205,7 @@ int meta(Tool& tool, const MetaOptions& options) {
           values[std::string(rawValue(key))] = valueJson(value);
       }
       entry["metadata"] = std::move(values);
+      if (found && found->shotUtcOffset) entry["shotUtcOffset"] = *found->shotUtcOffsetText();
       all.push_back(std::move(entry));
       continue;
     }
@@ -220,6 +221,8 @@ int meta(Tool& tool, const MetaOptions& options) {
       std::printf("  %s: %s\n", std::string(rawValue(key)).c_str(),
                   valueText(value, dates).c_str());
     }
+    if (const auto offset = found->shotUtcOffsetText())
+      std::printf("  shotUtcOffset: %s\n", offset->c_str());
   }
   if (options.json) std::cout << all.dump(2) << "\n" << std::flush;
   std::fflush(stdout);
@@ -241,7 +244,8 @@ void addMetaCommand(CLI::App& app, Tool& tool, int& exitCode) {
   auto options = std::make_shared<MetaOptions>();
   command->add_option("FILE", options->files, "The files to read")->required();
   command->add_flag("--json", options->json,
-                    "One JSON array: {\"path\", \"kind\", \"metadata\"} per file, dates in UTC");
+                    "One JSON array: {\"path\", \"kind\", \"metadata\"} per file, dates in UTC, "
+                    "and \"shotUtcOffset\" where the file names its own");
   command->add_option("--time-zone", options->timeZone,
                       "Zone for camera times without an offset and for the dates shown "
                       "(default: the system's)");

@@ -1,6 +1,8 @@
 #include "Fixtures.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <stdexcept>
 #include <vector>
 
@@ -39,9 +41,12 @@ void writeMetadata(const std::filesystem::path& path,
   image->readMetadata();
   Exiv2::ExifData exif = image->exifData();
   Exiv2::IptcData iptc = image->iptcData();
+  Exiv2::XmpData xmp = image->xmpData();
   for (const auto& [key, value] : values) {
     if (key.rfind("Iptc.", 0) == 0) {
       iptc[key] = value;
+    } else if (key.rfind("Xmp.", 0) == 0) {
+      xmp[key] = value;
     } else {
       const Exiv2::ExifKey k(key);
       auto v = Exiv2::Value::create(k.defaultTypeId());
@@ -51,6 +56,7 @@ void writeMetadata(const std::filesystem::path& path,
   }
   image->setExifData(exif);
   image->setIptcData(iptc);
+  image->setXmpData(xmp);
   image->writeMetadata();
 }
 
@@ -88,6 +94,39 @@ void writeMovie(const std::filesystem::path& path, const std::string& fourcc, in
     pkt->stream_index = 0;
     pkt->pts = pkt->dts = av_rescale_q(i, AVRational{1, fps}, st->time_base);
     pkt->duration = av_rescale_q(1, AVRational{1, fps}, st->time_base);
+    pkt->flags |= AV_PKT_FLAG_KEY;
+    av_interleaved_write_frame(ctx, pkt);
+    av_packet_free(&pkt);
+  }
+  av_write_trailer(ctx);
+  avio_closep(&ctx->pb);
+  avformat_free_context(ctx);
+}
+
+void writeH264Clip(const std::filesystem::path& path) {
+  AVFormatContext* ctx = nullptr;
+  if (avformat_alloc_output_context2(&ctx, nullptr, nullptr, path.c_str()) < 0) {
+    throw std::runtime_error("no muxer");
+  }
+  AVStream* st = avformat_new_stream(ctx, nullptr);
+  st->codecpar->codec_type = AVMEDIA_TYPE_VIDEO;
+  st->codecpar->codec_id = AV_CODEC_ID_H264;
+  st->codecpar->width = 64;
+  st->codecpar->height = 48;
+  st->time_base = AVRational{1, 25};
+  if (avio_open(&ctx->pb, path.c_str(), AVIO_FLAG_WRITE) < 0 ||
+      avformat_write_header(ctx, nullptr) < 0) {
+    throw std::runtime_error("can't write header");
+  }
+  // Access units in Annex B form: a start code, then a NAL unit of a coded slice.
+  const std::uint8_t unit[] = {0, 0, 0, 1, 0x09, 0xf0, 0, 0, 0, 1, 0x65, 0x88, 0x84, 0x00, 0x33};
+  for (int i = 0; i < 25; ++i) {
+    AVPacket* pkt = av_packet_alloc();
+    av_new_packet(pkt, static_cast<int>(sizeof unit));
+    std::copy(std::begin(unit), std::end(unit), pkt->data);
+    pkt->stream_index = 0;
+    pkt->pts = pkt->dts = av_rescale_q(i, AVRational{1, 25}, st->time_base);
+    pkt->duration = av_rescale_q(1, AVRational{1, 25}, st->time_base);
     pkt->flags |= AV_PKT_FLAG_KEY;
     av_interleaved_write_frame(ctx, pkt);
     av_packet_free(&pkt);

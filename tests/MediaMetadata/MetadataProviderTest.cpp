@@ -8,9 +8,12 @@
 
 #include <chrono>
 #include <memory>
+#include <span>
 
+#include "FileContents.h"
 #include "FinishesInTime.h"
 #include "Fixtures.h"
+#include "MediaMetadata/ImageReader.h"
 #include "TempFolder.h"
 
 namespace tessane {
@@ -105,12 +108,20 @@ TEST_F(Provider, CaptureTimeFallsBackAndStaysStrict) {
   EXPECT_EQ(*read(onlyDateTime, FileKind::image).find(MetadataKey::date),
             MetadataValue::date(utc(2023, 7, 1, 10, 0, 0)));
 
+  // A malformed capture time gives no date: the digitized time is not taken in its place.
   const auto malformed = jpeg("c.jpg", {{"Exif.Photo.DateTimeOriginal", "2024:13:45 99:00:00"},
+                                        {"Exif.Photo.DateTimeDigitized", "2024:01:15 08:00:00"},
                                         {"Exif.Image.Make", "Canon"}});
   const MetadataMap m = read(malformed, FileKind::image);
   EXPECT_EQ(m.find(MetadataKey::date), nullptr);
   EXPECT_EQ(textOf(m, MetadataKey::make), "Canon");
   EXPECT_NE(m.find(MetadataKey::modified), nullptr);
+
+  // Blanks are how EXIF says "unknown": that is no capture time, and the next source is read.
+  const auto blank = jpeg("g.jpg", {{"Exif.Photo.DateTimeOriginal", "    :  :     :  :  "},
+                                    {"Exif.Photo.DateTimeDigitized", "2024:01:15 08:00:00"}});
+  EXPECT_EQ(*read(blank, FileKind::image).find(MetadataKey::date),
+            MetadataValue::date(utc(2024, 1, 15, 7, 0, 0)));
 }
 
 TEST_F(Provider, IsoFallsBackToIsoSpeedAndBylineToAuthor) {
@@ -155,6 +166,28 @@ TEST_F(Provider, TheSidecarIsReadLastAndItsEmptyValuesAreSkipped) {
   EXPECT_EQ(textOf(m, MetadataKey::location), "Rialto");
   EXPECT_EQ(textOf(m, MetadataKey::title), "Bridge");
   EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+}
+
+TEST_F(Provider, AnXmpFileReadsItsOwnFields) {
+  // Alone in its folder, or beside the photo it describes: either way its own fields are its.
+  const std::string packet = R"(<x:xmpmeta xmlns:x="adobe:ns:meta/">
+ <rdf:RDF xmlns:rdf="http://www.w3.org/1999/02/22-rdf-syntax-ns#">
+  <rdf:Description rdf:about="" xmlns:dc="http://purl.org/dc/elements/1.1/"
+    xmlns:photoshop="http://ns.adobe.com/photoshop/1.0/" photoshop:City="Napoli">
+   <dc:title><rdf:Alt><rdf:li xml:lang="x-default">Vesuvio</rdf:li></rdf:Alt></dc:title>
+  </rdf:Description>
+ </rdf:RDF>
+</x:xmpmeta>)";
+  for (const char* name : {"orphan.xmp", "IMG_0003.CR2.xmp"}) {
+    const MetadataMap m = read(dir.file(name, packet), FileKind::sidecar);
+    EXPECT_EQ(textOf(m, MetadataKey::title), "Vesuvio") << name;
+    EXPECT_EQ(textOf(m, MetadataKey::city), "Napoli") << name;
+  }
+  // A read that leaves the sidecars out leaves out the sidecar's own fields too.
+  const MetadataProvider datesOnly(*rome(), nullptr, MetadataScope{true, false});
+  EXPECT_EQ(
+      datesOnly.metadata(dir.path() / "orphan.xmp", FileKind::sidecar).find(MetadataKey::title),
+      nullptr);
 }
 
 TEST_F(Provider, ABrokenSidecarAddsNothing) {
@@ -215,6 +248,50 @@ TEST_F(Provider, TextsThatAreNotUtf8AreReadAsLatin1) {
   EXPECT_EQ(textOf(read(p, FileKind::image), MetadataKey::author), "Jos\xc3\xa9");
 }
 
+TEST_F(Provider, IptcTextsInTheirCharacterSetAndTheImagesOwnXmpBeforeThem) {
+  const auto span = [](const std::string& bytes) {
+    return std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  };
+  // Record 1:90 names ISO 8859-5: "Москва", not the Latin-1 reading of its bytes.
+  const auto cyrillic = jpeg("h.jpg", {{"Iptc.Envelope.CharacterSet", "\x1b-L"},
+                                       {"Iptc.Application2.City", "\xbc\xde\xe1\xda\xd2\xd0"}});
+  EXPECT_EQ(textOf(read(cyrillic, FileKind::image), MetadataKey::city),
+            "\xd0\x9c\xd0\xbe\xd1\x81\xd0\xba\xd0\xb2\xd0\xb0");
+
+  // IPTC that names no character set and isn't ASCII ("Z\xfcrich" in Latin-1, or in some other
+  // set?) gives way to the image's XMP, field by field; IFD0's Artist still comes before any
+  // creator.
+  const auto both = jpeg("i.jpg", {{"Iptc.Application2.City", "Z\xfcrich"},
+                                   {"Iptc.Application2.Headline", "From the IPTC"},
+                                   {"Iptc.Application2.Byline", "Bo Berg"},
+                                   {"Xmp.photoshop.City", "Z\xc3\xbcrich \xe2\x80\x93 Kreis 1"},
+                                   {"Xmp.dc.creator", "Ada Rossi"},
+                                   {"Xmp.dc.title", "lang=x-default Ponte"}});
+  const MetadataMap m = read(both, FileKind::image);
+  EXPECT_EQ(textOf(m, MetadataKey::city), "Z\xc3\xbcrich \xe2\x80\x93 Kreis 1");
+  EXPECT_EQ(textOf(m, MetadataKey::headline), "From the IPTC");
+  EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+  EXPECT_EQ(textOf(m, MetadataKey::title), "Ponte");
+  const auto artist = jpeg("j.jpg", {{"Exif.Image.Artist", "Cy Twombly"},
+                                     {"Iptc.Application2.Byline", "Bj\xf6rk"},
+                                     {"Xmp.dc.creator", "Ada Rossi"}});
+  EXPECT_EQ(textOf(read(artist, FileKind::image), MetadataKey::author), "Cy Twombly");
+  // IPTC in ASCII, or in a named set, reads as it stands.
+  const auto plain = jpeg("k.jpg", {{"Iptc.Application2.City", "Milano"},
+                                    {"Xmp.photoshop.City", "Milano \xe2\x80\x93 Brera"}});
+  EXPECT_EQ(textOf(read(plain, FileKind::image), MetadataKey::city), "Milano");
+
+  // The quick path reads them as Exiv2's whole parse does.
+  for (const auto& file : {cyrillic, both, artist, plain}) {
+    const std::string bytes = testing::contentsOf(file);
+    MetadataMap quick;
+    MetadataMap whole;
+    ImageReader::readBytes(span(bytes), FileKind::image, *rome(), quick, true);
+    ImageReader::readBytes(span(bytes), FileKind::image, *rome(), whole, false);
+    EXPECT_EQ(quick, whole) << file;
+  }
+}
+
 TEST_F(Provider, AudioTagsThroughTagLib) {
   const auto p = dir.file("song.mp3");
   {
@@ -252,6 +329,9 @@ TEST_F(Provider, PdfInfoKeepsTheCreationDatesOffset) {
   EXPECT_EQ(*r.values.find(MetadataKey::pages), MetadataValue::integer(2));
   EXPECT_EQ(*r.values.find(MetadataKey::date), MetadataValue::date(utc(2024, 5, 1, 19, 3, 22)));
   EXPECT_EQ(r.shotUtcOffset, -5 * 3600);
+  EXPECT_EQ(r.shotUtcOffsetText(), "-05:00");
+  EXPECT_EQ((FileMetadata{{}, 5 * 3600 + 45 * 60}.shotUtcOffsetText()), "+05:45");
+  EXPECT_EQ(FileMetadata{}.shotUtcOffsetText(), std::nullopt);
 }
 
 TEST_F(Provider, ContentsThatLieAboutTheirKindNeverCrash) {

@@ -117,5 +117,50 @@ TEST(QuickPath, MakerNoteLensAndSerialAsExiv2GivesThem) {
   }
 }
 
+// Serial numbers that only a maker note holds, as cameras write them; the body table is keyed by
+// them, so each must read as the camera's number, the same in every file of the body.
+TEST(QuickPath, SerialNumbersThatOnlyTheMakerNoteHolds) {
+  testing::TempFolder dir;
+  const struct {
+    std::vector<std::tuple<std::string, std::string, std::string>> values;
+    const char* serial;
+  } cases[] = {
+      // Nikon's older tag, with its label (the same body's EXIF serial is "1005a431").
+      {{{"Exif.Image.Make", "Ascii", "NIKON CORPORATION"},
+        {"Exif.Nikon3.SerialNO", "Ascii", "NO= 1005a431        "}},
+       "1005a431"},
+      // An empty tag of higher rank doesn't hide it.
+      {{{"Exif.Image.Make", "Ascii", "NIKON CORPORATION"},
+        {"Exif.Nikon3.SerialNumber", "Ascii", "   "},
+        {"Exif.Nikon3.SerialNO", "Ascii", "NO= -1000f46"}},
+       "-1000f46"},
+      // Older Olympus cameras.
+      {{{"Exif.Image.Make", "Ascii", "OLYMPUS OPTICAL CO.,LTD"},
+        {"Exif.Olympus.SerialNumber2", "Ascii", "203001592                      "}},
+       "203001592"},
+      // A CRW file's two numbers, of which the body's is the first (its JPEGs hold that alone).
+      {{{"Exif.Image.Make", "Ascii", "Canon"},
+        {"Exif.Canon.SerialNumber", "Long", "560018150 383286922"}},
+       "560018150"},
+      // Panasonic's text of bytes, led by NULs, right after a maker note of one entry.
+      {{{"Exif.Image.Make", "Ascii", "Panasonic"},
+        {"Exif.Panasonic.InternalSerialNumber", "Undefined",
+         "0 0 83 48 49 48 54 48 52 48 51 48 50 57 51 0"}},
+       "S010604030293"},
+      // IFD0's camera serial number comes before the maker note's.
+      {{{"Exif.Image.Make", "Ascii", "Canon"},
+        {"Exif.Image.CameraSerialNumber", "Ascii", "083021001234"},
+        {"Exif.Canon.SerialNumber", "Long", "1730504089"}},
+       "083021001234"},
+  };
+  for (const auto& c : cases) {
+    auto values = c.values;
+    values.push_back({"Exif.Photo.LensModel", "Ascii", "EF50mm f/1.8 II"});
+    const Reading r = readBothWays(jpegWith(dir, values));
+    EXPECT_EQ(r.quick, r.exiv2) << c.serial;
+    EXPECT_EQ(textOf(r.quick, MetadataKey::serial), c.serial);
+  }
+}
+
 }  // namespace
 }  // namespace tessane

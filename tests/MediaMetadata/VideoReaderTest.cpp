@@ -77,5 +77,34 @@ TEST_F(Video, TheContainersCreationTimeWhenThereIsNoQuickTimeDate) {
   EXPECT_EQ(r.shotUtcOffset, std::nullopt);
 }
 
+// The codec is the first video track's, whatever code its container gives it: an MPEG transport
+// stream gives its stream type, or a registration ("HDMV" on AVCHD cards).
+TEST_F(Video, TheCodecOfTheTrackNotTheContainersCode) {
+  const auto p = dir_.path() / "00001.MTS";
+  testing::writeH264Clip(p);
+  const FileMetadata clip = provider_.read(p, FileKind::video);
+  const MetadataValue* codec = clip.values.find(MetadataKey::codec);
+  ASSERT_NE(codec, nullptr);
+  EXPECT_EQ(*codec, MetadataValue::text("H264"));
+
+  const auto samples = testing::samplesFolder();
+  if (samples.empty()) GTEST_SKIP() << "TESSANE_SAMPLES does not name the samples folder";
+  const struct {
+    const char* file;
+    const char* codec;
+  } real[] = {
+      {"exiftool/M2TS.mts", "H264"},  // an AVCHD clip: H.264 under the registration "HDMV"
+      {"exiftool/RIFF.avi", "MJPG"},  // codes that name their codec stand as they are
+      {"exiftool/QuickTime.mov", "jpeg"},
+      {"metadata-extractor/mp4/sample_mpeg4.mp4", "mp4v"},
+  };
+  for (const auto& c : real) {
+    const FileMetadata r = provider_.read(samples / c.file, FileKind::video);
+    const MetadataValue* read = r.values.find(MetadataKey::codec);
+    ASSERT_NE(read, nullptr) << c.file;
+    EXPECT_EQ(*read, MetadataValue::text(c.codec)) << c.file;
+  }
+}
+
 }  // namespace
 }  // namespace tessane

@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "../MediaMetadata/Fixtures.h"
 #include "FinishesInTime.h"
 #include "ToolRunner.h"
 
@@ -155,6 +156,29 @@ TEST(Meta, PipesNamedLikeMediaFilesNeverHangPreviewOrMeta) {
         Finished::inTime)
         << args[0];
   }
+}
+
+TEST(Meta, AClipsOwnUtcOffsetIsShownBesideItsValues) {
+  ToolRunner tool;
+  TempFolder folder;
+  const auto clip = folder.path() / "clip.mov";
+  writeMovie(clip, "apch", 64, 48, 25,
+             {{"com.apple.quicktime.creationdate", "2024-05-01T14:03:22-0500"}});
+  const auto photo = folder.file("photo.jpg", tinyJpeg(8, 8));
+
+  const ToolResult text = tool.run({"meta", "--time-zone", "Europe/Rome", clip.string()});
+  ASSERT_EQ(text.exitCode, 0) << text.err;
+  // The moment, shown in the chosen zone as every date is, and the clip's own offset.
+  EXPECT_NE(text.out.find("  date: 2024-05-01 21:03:22 +02:00\n"), std::string::npos) << text.out;
+  EXPECT_NE(text.out.find("  shotUtcOffset: -05:00\n"), std::string::npos) << text.out;
+
+  const ToolResult r = tool.run({"meta", "--json", clip.string(), photo.string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  const json all = json::parse(r.out);
+  ASSERT_EQ(all.size(), 2u);
+  EXPECT_EQ(all[0]["shotUtcOffset"], "-05:00") << all[0].dump();
+  EXPECT_EQ(all[0]["metadata"]["date"], "2024-05-01T19:03:22Z");
+  EXPECT_FALSE(all[1].contains("shotUtcOffset")) << all[1].dump();
 }
 
 }  // namespace
