@@ -4,24 +4,6 @@
 
 namespace tessane {
 
-std::string NameError::message() const {
-  switch (case_) {
-    case Case::tooLong:
-      return "The name is too long";
-    case Case::existingFile:
-      return "There’s already “" + name_ + "” in the folder";
-    case Case::empty:
-      return "The name is empty";
-    case Case::startsWithDot:
-      return "The name can’t start with a dot";
-    case Case::invalidCharacters:
-      return "The name contains characters that aren’t allowed (/ :)";
-    case Case::duplicateInBatch:
-      return "Same name as another file in the batch";
-  }
-  return {};
-}
-
 namespace NameCheck {
 
 bool hasInvalidCharacters(std::string_view text) {

@@ -2,7 +2,7 @@
 //
 // The two checks that need the whole batch or the folder (a duplicate in the batch, a name
 // already taken) are made by the preview; their cases live here so that all name problems share
-// one type and one set of messages.
+// one type. The texts users read are made by the application's message layer.
 #pragma once
 
 #include <cstdint>
@@ -37,9 +37,6 @@ class NameError {
   Case kind() const noexcept { return case_; }
   std::int64_t length() const noexcept { return length_; }    // tooLong: the UTF-8 byte count
   const std::string& name() const noexcept { return name_; }  // existingFile: the name taken
-
-  // The text shown to the user.
-  std::string message() const;
 
   friend bool operator==(const NameError&, const NameError&) = default;
 

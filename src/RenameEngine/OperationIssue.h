@@ -1,4 +1,5 @@
-// The problems that operations, templates and counters report beside a usable name.
+// The problems that operations, templates and counters report beside a usable name, as kinds with
+// their data; the texts users read are made by the application's message layer.
 #pragma once
 
 #include <string>
@@ -39,10 +40,6 @@ class OperationIssue {
   Case kind() const noexcept { return case_; }
   // The variable's name for missingVariable, unknownVariable and invalidFormat; else empty.
   const std::string& variable() const noexcept { return variable_; }
-
-  // The text shown to the user. `missingText` is what a missing value is replaced with (the
-  // "Text for missing data" setting); it appears only in the missingVariable message.
-  std::string message(std::string_view missingText = {}) const;
 
   friend bool operator==(const OperationIssue&, const OperationIssue&) = default;
 

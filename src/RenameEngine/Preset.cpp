@@ -4,16 +4,6 @@
 
 namespace tessane {
 
-std::string PresetError::message() const {
-  if (case_ == Case::unsupportedVersion) {
-    return "This preset was made by a newer version of Tessane Rename (format " +
-           std::to_string(version_) + ")";
-  }
-  std::string text = "This file isn’t a preset that can be read";
-  if (!detail_.empty()) text.append(": ").append(detail_);
-  return text;
-}
-
 std::variant<Preset, PresetError> decodePreset(std::string_view bytes) {
   const std::optional<Json> parsed = json::parse(bytes);
   if (!parsed || !parsed->is_object()) return PresetError::unreadable("The file isn’t JSON.");

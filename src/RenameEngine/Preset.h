@@ -37,7 +37,6 @@ class PresetError {
   Case kind() const { return case_; }
   std::int64_t version() const { return version_; }      // unsupportedVersion
   const std::string& detail() const { return detail_; }  // unreadable: what the decoder said
-  std::string message() const;  // with the decoder's reason when there is one
 
   friend bool operator==(const PresetError& a, const PresetError& b) {
     return a.case_ == b.case_ && a.version_ == b.version_;

@@ -67,24 +67,6 @@ std::string_view caseName(PreviewStatus status) {
   return "unchanged";
 }
 
-std::string PreviewWarning::message(std::string_view missingText) const {
-  switch (kind) {
-    case Kind::rule:
-      return issue ? issue->issue.message(missingText) : std::string();
-    case Kind::incompleteTwins: {
-      std::string text = "“";
-      for (std::size_t i = 0; i < twins.size(); ++i) {
-        if (i > 0) text.append("”, “");
-        text.append(unicode::toDisplayable(twins[i]));
-      }
-      return text.append("” is outside the batch: it won’t be renamed");
-    }
-    case Kind::folderNotListed:
-      return "Can’t read the folder: existing names weren’t checked";
-  }
-  return {};
-}
-
 bool RenamePreview::hasErrors() const {
   return std::any_of(items.begin(), items.end(),
                      [](const PlannedRename& r) { return !r.errors.empty(); });

@@ -36,8 +36,6 @@ struct PreviewWarning {
   std::optional<RuleIssue> issue;  // rule
   std::vector<std::string> twins;  // incompleteTwins: the names outside the batch
 
-  // The text shown; `missingText` fills the message of a missing value.
-  std::string message(std::string_view missingText = {}) const;
   friend bool operator==(const PreviewWarning&, const PreviewWarning&) = default;
 };
 

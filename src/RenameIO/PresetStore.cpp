@@ -66,13 +66,6 @@ bool hasPresetExtension(std::string_view name) {
 
 }  // namespace
 
-std::string PresetStore::Failure::message() const {
-  std::string text = "“";
-  text.append(unicode::toDisplayable(file.filename().native())).append("”: ");
-  if (const auto* p = std::get_if<PresetError>(&error)) return text.append(p->message());
-  return text.append(std::generic_category().message(std::get<IOError>(error).code));
-}
-
 Result<PresetStore::Found, PresetStore::LookupError> PresetStore::find(
     std::string_view nameOrFile) const {
   const std::string name(nameOrFile);

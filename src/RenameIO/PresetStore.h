@@ -26,7 +26,6 @@ class PresetStore {
   struct Failure {
     std::filesystem::path file;
     std::variant<PresetError, IOError> error;
-    std::string message() const;  // "“x.tessanepreset”: …"
   };
   struct Listing {
     std::vector<Entry> presets;

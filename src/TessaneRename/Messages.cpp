@@ -41,6 +41,81 @@ std::string quoted(std::string_view name) {
   return out.append(unicode::toDisplayable(name)).append("”");
 }
 
+std::string of(const NameError& e) {
+  switch (e.kind()) {
+    case NameError::Case::tooLong:
+      return tr("The name is too long");
+    case NameError::Case::existingFile:
+      return tr("There’s already %1 in the folder", Messages::quoted(e.name()));
+    case NameError::Case::empty:
+      return tr("The name is empty");
+    case NameError::Case::startsWithDot:
+      return tr("The name can’t start with a dot");
+    case NameError::Case::invalidCharacters:
+      return tr("The name contains characters that aren’t allowed (/ :)");
+    case NameError::Case::duplicateInBatch:
+      return tr("Same name as another file in the batch");
+  }
+  return {};
+}
+
+std::string of(const OperationIssue& issue, std::string_view missingText) {
+  const std::string variable = "{" + issue.variable() + "}";
+  switch (issue.kind()) {
+    case OperationIssue::Case::invalidPattern:
+      return tr("The regular expression isn’t valid");
+    case OperationIssue::Case::protectedBlock:
+      return tr("A locked part of the name was left as it is");
+    case OperationIssue::Case::counterOverflow:
+      return tr("The counter went past its limit");
+    case OperationIssue::Case::missingVariable:
+      if (missingText.empty()) return tr("%1 is missing: nothing goes in its place", variable);
+      return tr("%1 is missing: %2 goes in its place", variable, Messages::quoted(missingText));
+    case OperationIssue::Case::unknownVariable:
+      return tr("%1 isn’t a known value", variable);
+    case OperationIssue::Case::invalidFormat:
+      return tr("The format doesn’t apply to %1: the plain value is used", variable);
+    case OperationIssue::Case::invalidTemplate:
+      return tr("A “{” has no closing “}”");
+    case OperationIssue::Case::patternTooSlow:
+      return tr("The regular expression takes too long on this name: it was left as it is");
+  }
+  return {};
+}
+
+std::string of(const PreviewWarning& w, std::string_view missingText) {
+  switch (w.kind) {
+    case PreviewWarning::Kind::rule:
+      return w.issue ? of(w.issue->issue, missingText) : std::string();
+    case PreviewWarning::Kind::incompleteTwins: {
+      std::string names;
+      for (const std::string& twin : w.twins) {
+        if (!names.empty()) names.append(", ");
+        names.append(Messages::quoted(twin));
+      }
+      return tr("%1 is outside the batch: it won’t be renamed", names);
+    }
+    case PreviewWarning::Kind::folderNotListed:
+      return tr("Can’t read the folder: existing names weren’t checked");
+  }
+  return {};
+}
+
+std::string of(const PresetError& e) {
+  if (e.kind() == PresetError::Case::unsupportedVersion) {
+    return tr("This preset was made by a newer version of Tessane Rename (format %1)",
+              count(e.version()));
+  }
+  if (e.detail().empty()) return tr("This file isn’t a preset that can be read");
+  return tr("This file isn’t a preset that can be read: %1", e.detail());
+}
+
+std::string of(const PresetStore::Failure& failure) {
+  std::string text = nameOf(failure.file) + ": ";
+  if (const auto* p = std::get_if<PresetError>(&failure.error)) return text.append(of(*p));
+  return text.append(std::generic_category().message(std::get<IOError>(failure.error).code));
+}
+
 std::string of(const SafeRenameError& e) {
   switch (e.kind) {
     case SafeRenameError::Case::sourceMissing:
@@ -84,7 +159,7 @@ std::string of(const PlanProblem& p) {
     case Kind::presetNotFound:
       return tr("There’s no preset named %1.", Messages::quoted(p.text));
     case Kind::presetUnreadable:
-      return p.preset ? p.preset->message() : tr("Couldn’t read the presets.");
+      return p.preset ? of(*p.preset) : tr("Couldn’t read the presets.");
     case Kind::shoot:
       return p.shoot ? of(*p.shoot) : std::string();
     case Kind::nothingToRename:

@@ -9,7 +9,12 @@
 #include <string>
 #include <string_view>
 
+#include "RenameEngine/NameCheck.h"
+#include "RenameEngine/OperationIssue.h"
+#include "RenameEngine/Preset.h"
+#include "RenameEngine/RenamePreview.h"
 #include "RenameIO/CrashRecovery.h"
+#include "RenameIO/PresetStore.h"
 #include "RenameIO/SafeRenameError.h"
 #include "TessaneRename/BatchRunner.h"
 #include "TessaneRename/RenamePlan.h"
@@ -19,6 +24,15 @@ namespace tessane::Messages {
 
 // “name”, the name displayable.
 std::string quoted(std::string_view name);
+
+// A name's problem and a preview row's warning; `missingText` is what a missing value is replaced
+// with (the "Text for missing data" setting), named in the missing-value warning.
+std::string of(const NameError& error);
+std::string of(const OperationIssue& issue, std::string_view missingText = {});
+std::string of(const PreviewWarning& warning, std::string_view missingText = {});
+// A preset file that can't be used, with the decoder's reason when there is one.
+std::string of(const PresetError& error);
+std::string of(const PresetStore::Failure& failure);  // "“x.tessanepreset”: …"
 
 std::string of(const SafeRenameError& error);
 std::string of(const BatchRunner::Failure& failure);

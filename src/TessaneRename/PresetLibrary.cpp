@@ -1,5 +1,7 @@
 #include "PresetLibrary.h"
 
+#include "TessaneRename/Messages.h"
+
 #include <QCoreApplication>
 #include <QSettings>
 
@@ -44,7 +46,7 @@ bool PresetLibrary::reload() {
   entries_ = std::move(listing.value().presets);
   unreadable_.clear();
   for (const auto& failure : listing.value().failures)
-    unreadable_ << q(failure.message());
+    unreadable_ << q(Messages::of(failure));
   emit presetsChanged();
   return true;
 }

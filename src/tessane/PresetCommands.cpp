@@ -11,6 +11,7 @@
 #include "RenameEngine/Rule.h"
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/PresetStore.h"
+#include "TessaneRename/Messages.h"
 #include "Tool.h"
 
 namespace tessane::cli {
@@ -48,7 +49,7 @@ int listPresets(const Tool& tool) {
     std::printf("%s\n", unicode::toDisplayable(entry.preset.name).c_str());
   std::fflush(stdout);
   for (const PresetStore::Failure& failure : listed->failures)
-    tool.error(failure.message());
+    tool.error(Messages::of(failure));
   return kExitOk;
 }
 
@@ -56,7 +57,7 @@ int showPreset(const Tool& tool, const std::string& name) {
   const std::optional<PresetStore::Found> found = find(tool, name);
   if (!found) return kExitRefused;
   if (!found->preset) {
-    tool.error(found->failure->message());
+    tool.error(Messages::of(*found->failure));
     return kExitRefused;
   }
   const std::string text = encodePreset(*found->preset);

@@ -139,9 +139,9 @@ std::optional<RenamePlan> plan(const PlanOptions& o, Tool& tool) {
 std::vector<std::string> messagesOf(const PlannedRename& row, std::string_view missingText) {
   std::vector<std::string> out;
   for (const NameError& e : row.errors)
-    out.push_back(e.message());
+    out.push_back(Messages::of(e));
   for (const PreviewWarning& w : row.warnings)
-    out.push_back(w.message(missingText));
+    out.push_back(Messages::of(w, missingText));
   return out;
 }
 
@@ -152,10 +152,10 @@ void printJson(const RenamePlan& p) {
   for (const PlannedRename& row : p.preview.items) {
     Json errorTexts = Json::array();
     for (const NameError& e : row.errors)
-      errorTexts.push_back(e.message());
+      errorTexts.push_back(Messages::of(e));
     Json warningTexts = Json::array();
     for (const PreviewWarning& w : row.warnings)
-      warningTexts.push_back(w.message(p.settings.naming.missingText));
+      warningTexts.push_back(Messages::of(w, p.settings.naming.missingText));
     items.push_back(Json{{"path", p.shoot.paths[row.subjectIndex].native()},
                          {"name", p.shoot.subjects[row.subjectIndex].name},
                          {"newName", row.newName.fullName()},

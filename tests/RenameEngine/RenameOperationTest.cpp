@@ -96,13 +96,9 @@ TEST(RenameOperation, RegularExpressions) {
 TEST(RenameOperation, RegexThatRunsTooLongLeavesTheNameAsItIs) {
   const RenameOperation slow{op::ReplaceRegex{"(a+)+$", "x", Occurrence::all, true}};
   const std::string hostile = std::string(40, 'a') + "b";
-  const auto started = std::chrono::steady_clock::now();
   const OperationOutcome stopped = apply(slow, FileName{hostile, "jpg"}, {});
-  EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(1));
   EXPECT_EQ(stopped.name, (FileName{hostile, "jpg"}));
   EXPECT_EQ(stopped.issue, OperationIssue::patternTooSlow());
-  EXPECT_EQ(stopped.issue->message(),
-            "The regular expression takes too long on this name: it was left as it is");
 
   EXPECT_EQ(apply(slow, FileName{"baaa", "jpg"}, {}).name.base, "bx");
   OperationContext locked;

@@ -157,7 +157,6 @@ TEST(RenamePreview, ATwinGroupWhoseJpegAloneClashesTakesOneSuffix) {
   const RenamePreview marked = buildPreview(q);
   EXPECT_EQ(marked.items[0].status, PreviewStatus::ok);
   EXPECT_EQ(marked.items[1].errors, std::vector<NameError>{NameError::existingFile("Rome.JPG")});
-  EXPECT_EQ(marked.items[1].errors[0].message(), "There’s already “Rome.JPG” in the folder");
 }
 
 TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
@@ -250,8 +249,9 @@ TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
   q.folders["/card"].names = q.folders["/card"].files;
   const RenamePreview p = buildPreview(q);
   ASSERT_EQ(p.items[0].warnings.size(), 1u);
-  EXPECT_EQ(p.items[0].warnings[0].message(),
-            "“_QM19581.ARW”, “_QM19581.XMP” is outside the batch: it won’t be renamed");
+  EXPECT_EQ(p.items[0].warnings[0].kind, PreviewWarning::Kind::incompleteTwins);
+  EXPECT_EQ(p.items[0].warnings[0].twins,
+            (std::vector<std::string>{"_QM19581.ARW", "_QM19581.XMP"}));
   EXPECT_EQ(p.items[0].status, PreviewStatus::warning);
   EXPECT_EQ(p.changedFiles, std::vector<std::size_t>{0});
 
@@ -259,8 +259,7 @@ TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
   q.folders["/card"].names = {"2026-10-23_0001.JPG"};
   const RenamePreview unlisted = buildPreview(q);
   EXPECT_TRUE(unlisted.items[0].errors.empty()) << "no folder check without a listing";
-  EXPECT_EQ(unlisted.items[0].warnings.back().message(),
-            "Can’t read the folder: existing names weren’t checked");
+  EXPECT_EQ(unlisted.items[0].warnings.back().kind, PreviewWarning::Kind::folderNotListed);
 }
 
 TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
@@ -280,7 +279,7 @@ TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
   EXPECT_EQ(newNames(p), (std::vector<std::string>{"a:b.jpg", "c.jpg", "keep.jpg"}));
   EXPECT_EQ(p.items[0].errors, std::vector<NameError>{NameError::invalidCharacters()});
   EXPECT_EQ(p.items[1].status, PreviewStatus::warning) << "a missing value warns even unchanged";
-  EXPECT_EQ(p.items[1].warnings[0].message(), "{lens} is missing: nothing goes in its place");
+  EXPECT_EQ(p.items[1].warnings[0].issue->issue, OperationIssue::missingVariable("lens"));
   EXPECT_EQ(p.items[2].status, PreviewStatus::unchanged);
   EXPECT_TRUE(p.changedFiles.empty());
 }

@@ -146,8 +146,7 @@ TEST(RuleStack, FormatWithPerDayCounterThenChanges) {
   EXPECT_FALSE(results[0].changedBy[2].changed) << "only the extension changed";
   EXPECT_EQ(results[0].changedExtensionBy, std::vector<Uuid>{stack.rules[2].id});
   ASSERT_EQ(results[3].issues.size(), 2u);
-  EXPECT_EQ(results[3].issues[0].issue.message(rome().missingText),
-            "{date} is missing: “unknown” goes in its place");
+  EXPECT_EQ(results[3].issues[0].issue, OperationIssue::missingVariable("date"));
   EXPECT_EQ(results[3].issues[0].ruleID, stack.rules[0].id);
 
   // The same subjects in the same order always give the same names.

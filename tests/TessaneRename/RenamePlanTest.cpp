@@ -133,6 +133,25 @@ TEST_F(Workflow, HistoryEntriesAreNamedByTheStartOfTheirIds) {
   EXPECT_EQ(entryToUndo(history)->id, history.entries()[1].id);
 }
 
+TEST(Messages, WhatUsersReadOfNamesWarningsAndPresets) {
+  EXPECT_EQ(Messages::of(NameError::existingFile("DSC_0001.JPG")),
+            "There’s already “DSC_0001.JPG” in the folder");
+  EXPECT_EQ(Messages::of(NameError::invalidCharacters()),
+            "The name contains characters that aren’t allowed (/ :)");
+  const OperationIssue lens = OperationIssue::missingVariable("lens");
+  EXPECT_EQ(Messages::of(lens), "{lens} is missing: nothing goes in its place");
+  EXPECT_EQ(Messages::of(lens, "unknown"), "{lens} is missing: “unknown” goes in its place");
+  EXPECT_EQ(Messages::of(OperationIssue::invalidFormat("date")),
+            "The format doesn’t apply to {date}: the plain value is used");
+  PreviewWarning twins{PreviewWarning::Kind::incompleteTwins, std::nullopt, {"A.ARW", "A.XMP"}};
+  EXPECT_EQ(Messages::of(twins), "“A.ARW”, “A.XMP” is outside the batch: it won’t be renamed");
+  EXPECT_EQ(Messages::of(PresetError::unreadable("Invalid number of keys found, expected one.")),
+            "This file isn’t a preset that can be read: Invalid number of keys found, expected "
+            "one.");
+  EXPECT_EQ(Messages::of(PresetError::unsupportedVersion(3)),
+            "This preset was made by a newer version of Tessane Rename (format 3)");
+}
+
 TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
   using E = SafeRenameError;
   EXPECT_EQ(Messages::of(E::sourceMissing("/card/gone.jpg")),
