@@ -136,45 +136,170 @@ class FolderIds {
 
 }  // namespace
 
-RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack) {
-  const std::vector<RenameSubject>& subjects = request.subjects;
+struct PreparedBatch::Data {
+  std::shared_ptr<const std::vector<RenameSubject>> subjects;
+  TwinOptions twins;
+  FolderIds folders;
+  std::vector<FileName> current;
+  std::vector<std::string> currentKeys;
+  std::vector<std::size_t> folderOf;
+  std::vector<std::optional<std::string>> twinKeys;
+  std::vector<std::size_t> order;
+  std::vector<TwinGroup> groups;
+  std::vector<std::size_t> rowOf;
+  std::vector<bool> listed;
+  // Per folder: the keys of the names held by entries outside the batch (viewed in `store`).
+  std::vector<std::vector<std::string>> outsideStore;
+  std::vector<KeyViews> outside;
+  // Twins outside the batch, by twin key, from each folder's files.
+  std::unordered_map<std::string, std::vector<std::string>> outsideTwins;
+};
+
+PreparedBatch::PreparedBatch(std::shared_ptr<const std::vector<RenameSubject>> given,
+                             const TwinOptions& twinOptions, BatchOrder batchOrder,
+                             const std::unordered_map<std::string, FolderContents>& folderContents)
+    : d_(std::make_unique<Data>()) {
+  Data& d = *d_;
+  d.subjects = std::move(given);
+  d.twins = twinOptions;
+  const std::vector<RenameSubject>& subjects = *d.subjects;
   const std::size_t count = subjects.size();
 
   // What is known of each file before any rule: its parsed name, key, folder and twin key.
-  FolderIds folders;
-  std::vector<FileName> current(count);
-  std::vector<std::string> currentKeys(count);
-  std::vector<std::size_t> folderOf(count);
-  std::vector<std::optional<std::string>> twinKeys(count);
+  FolderIds& folders = d.folders;
+  d.current.resize(count);
+  d.currentKeys.resize(count);
+  d.folderOf.resize(count);
+  d.twinKeys.resize(count);
   for (std::size_t i = 0; i < count; ++i)
-    folderOf[i] = folders.idOf(subjects[i].folder.native());
+    d.folderOf[i] = folders.idOf(subjects[i].folder.native());
   std::vector<std::string> folderTags(folders.size());  // what twin keys tell folders apart by
   for (std::size_t f = 0; f < folders.size(); ++f)
     folderTags[f] = std::to_string(f);
   parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     for (std::size_t i = begin; i < end; ++i) {
-      current[i] = FileName::parse(subjects[i].name);
-      currentKeys[i] = NameKey::of(current[i].fullName()).value;
-      twinKeys[i] = twinKey(subjects[i].name, folderTags[folderOf[i]], request.twins);
+      d.current[i] = FileName::parse(subjects[i].name);
+      d.currentKeys[i] = NameKey::of(d.current[i].fullName()).value;
+      d.twinKeys[i] = twinKey(subjects[i].name, folderTags[d.folderOf[i]], d.twins);
     }
   });
 
-  const std::vector<std::size_t> order = orderBatch(subjects, request.order);
-  const std::vector<TwinGroup> groups = groupTwins(twinKeys, current, order);
+  d.order = orderBatch(subjects, batchOrder);
+  d.groups = groupTwins(d.twinKeys, d.current, d.order);
+  d.rowOf.resize(count);
+  for (std::size_t row = 0; row < d.order.size(); ++row)
+    d.rowOf[d.order[row]] = row;
+
+  const std::vector<std::size_t>& folderOf = d.folderOf;
+  const std::vector<std::string>& currentKeys = d.currentKeys;
+  const std::unordered_map<std::string, FolderContents>& requestFolders = folderContents;
+  // Per folder: the keys of the batch's own current names, and the keys of the names of every
+  // other entry already there. An entry is the batch's own only under its exact name: on a
+  // case-sensitive disk "p.jpg" beside the batch's "P.jpg" is another file, and it holds the
+  // name. A batch file that the listing lacks under its exact name (given in another case on a
+  // card that ignores case) owns the entries that share its key.
+  std::vector<KeyViews> own(folders.size());
+  for (std::size_t i = 0; i < count; ++i)
+    own[folderOf[i]].insert(currentKeys[i]);
+  std::vector<bool>& listed = d.listed;
+  listed.assign(folders.size(), false);
+  std::vector<KeyViews> listedNames(folders.size());
+  for (std::size_t f = 0; f < folders.size(); ++f) {
+    const auto it = requestFolders.find(folders.path(f));
+    if (it == requestFolders.end() || !it->second.listed) continue;
+    listed[f] = true;
+    listedNames[f].reserve(it->second.names.size());
+    for (const std::string& name : it->second.names)
+      listedNames[f].insert(name);
+  }
+  std::vector<KeyViews> ownNames(folders.size());
+  std::vector<KeyViews> ownUnlisted(folders.size());
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::size_t f = folderOf[i];
+    if (!listed[f]) continue;
+    ownNames[f].insert(subjects[i].name);
+    if (listedNames[f].count(subjects[i].name) == 0) ownUnlisted[f].insert(currentKeys[i]);
+  }
+  std::vector<std::vector<std::string>>& outsideStore = d.outsideStore;
+  outsideStore.resize(folders.size());
+  std::vector<KeyViews>& outside = d.outside;
+  outside.resize(folders.size());
+  for (std::size_t f = 0; f < folders.size(); ++f) {
+    if (!listed[f]) continue;
+    std::vector<std::string>& store = outsideStore[f];
+    const std::vector<std::string>& names = requestFolders.find(folders.path(f))->second.names;
+    store.reserve(names.size());
+    for (const std::string& name : names) {
+      if (ownNames[f].count(name) > 0) continue;
+      std::string key = NameKey::of(name).value;
+      if (ownUnlisted[f].count(key) == 0) store.push_back(std::move(key));
+    }
+    outside[f].reserve(store.size());
+    for (const std::string& key : store)
+      outside[f].insert(key);
+  }
+
+  // Twins outside the batch, by twin key, from each folder's files.
+  std::unordered_map<std::string, std::vector<std::string>>& outsideTwins = d.outsideTwins;
+  if (d.twins.isEnabled) {
+    for (std::size_t f = 0; f < folders.size(); ++f) {
+      const auto it = requestFolders.find(folders.path(f));
+      if (it == requestFolders.end()) continue;
+      for (const std::string& file : it->second.files) {
+        if (own[f].count(NameKey::of(file).value) > 0) continue;
+        if (auto key = twinKey(file, folderTags[f], d.twins)) {
+          outsideTwins[*key].push_back(file);
+        }
+      }
+    }
+  }
+}
+
+PreparedBatch::~PreparedBatch() = default;
+PreparedBatch::PreparedBatch(PreparedBatch&&) noexcept = default;
+PreparedBatch& PreparedBatch::operator=(PreparedBatch&&) noexcept = default;
+
+const std::vector<RenameSubject>& PreparedBatch::subjects() const {
+  return *d_->subjects;
+}
+
+const std::vector<std::size_t>& PreparedBatch::order() const {
+  return d_->order;
+}
+
+RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack) {
+  // The request's subjects are borrowed for the length of the call, not copied.
+  const PreparedBatch batch(
+      std::shared_ptr<const std::vector<RenameSubject>>(std::shared_ptr<void>(), &request.subjects),
+      request.twins, request.order, request.folders);
+  return buildPreview(batch, stack, request.naming, request.duplicates);
+}
+
+RenamePreview buildPreview(const PreparedBatch& batch, const CompiledRuleStack& stack,
+                           const NamingContext& naming, DuplicatePolicy duplicates) {
+  const PreparedBatch::Data& d = *batch.d_;
+  const std::vector<RenameSubject>& subjects = *d.subjects;
+  const std::size_t count = subjects.size();
+  const std::vector<FileName>& current = d.current;
+  const std::vector<std::size_t>& folderOf = d.folderOf;
+  const std::vector<std::optional<std::string>>& twinKeys = d.twinKeys;
+  const std::vector<TwinGroup>& groups = d.groups;
+  const std::vector<std::size_t>& rowOf = d.rowOf;
+  const std::vector<bool>& listed = d.listed;
+  const std::vector<KeyViews>& outside = d.outside;
+  const std::unordered_map<std::string, std::vector<std::string>>& outsideTwins = d.outsideTwins;
+  const std::size_t folderCount = d.folders.size();
 
   // The primaries go through the rules in batch order.
   std::vector<const RenameSubject*> primaries;
   primaries.reserve(groups.size());
   for (const TwinGroup& g : groups)
     primaries.push_back(&subjects[g.primary]);
-  std::vector<RuleResult> results = stack.apply(primaries, request.naming);
+  std::vector<RuleResult> results = stack.apply(primaries, naming);
 
   RenamePreview preview;
   std::vector<PlannedRename>& items = preview.items;
   items.resize(count);
-  std::vector<std::size_t> rowOf(count);
-  for (std::size_t row = 0; row < order.size(); ++row)
-    rowOf[order[row]] = row;
 
   // Names: each member takes its primary's new base with its own extension.
   for (std::size_t g = 0; g < groups.size(); ++g) {
@@ -198,49 +323,6 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
   }
   auto folderOfRow = [&](std::size_t r) { return folderOf[items[r].subjectIndex]; };
 
-  // Per folder: the keys of the batch's own current names, and the keys of the names of every
-  // other entry already there. An entry is the batch's own only under its exact name: on a
-  // case-sensitive disk "p.jpg" beside the batch's "P.jpg" is another file, and it holds the
-  // name. A batch file that the listing lacks under its exact name (given in another case on a
-  // card that ignores case) owns the entries that share its key.
-  std::vector<KeyViews> own(folders.size());
-  for (std::size_t i = 0; i < count; ++i)
-    own[folderOf[i]].insert(currentKeys[i]);
-  std::vector<bool> listed(folders.size(), false);
-  std::vector<KeyViews> listedNames(folders.size());
-  for (std::size_t f = 0; f < folders.size(); ++f) {
-    const auto it = request.folders.find(folders.path(f));
-    if (it == request.folders.end() || !it->second.listed) continue;
-    listed[f] = true;
-    listedNames[f].reserve(it->second.names.size());
-    for (const std::string& name : it->second.names)
-      listedNames[f].insert(name);
-  }
-  std::vector<KeyViews> ownNames(folders.size());
-  std::vector<KeyViews> ownUnlisted(folders.size());
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t f = folderOf[i];
-    if (!listed[f]) continue;
-    ownNames[f].insert(subjects[i].name);
-    if (listedNames[f].count(subjects[i].name) == 0) ownUnlisted[f].insert(currentKeys[i]);
-  }
-  std::vector<std::vector<std::string>> outsideStore(folders.size());
-  std::vector<KeyViews> outside(folders.size());
-  for (std::size_t f = 0; f < folders.size(); ++f) {
-    if (!listed[f]) continue;
-    std::vector<std::string>& store = outsideStore[f];
-    const std::vector<std::string>& names = request.folders.find(folders.path(f))->second.names;
-    store.reserve(names.size());
-    for (const std::string& name : names) {
-      if (ownNames[f].count(name) > 0) continue;
-      std::string key = NameKey::of(name).value;
-      if (ownUnlisted[f].count(key) == 0) store.push_back(std::move(key));
-    }
-    outside[f].reserve(store.size());
-    for (const std::string& key : store)
-      outside[f].insert(key);
-  }
-
   // Clashes within the batch. A row that keeps its name clashes with nothing: it is not moved,
   // it only holds its name against the rows that change.
   std::vector<std::string> newKeys(count);
@@ -249,8 +331,8 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       newKeys[r] = NameKey::of(items[r].newName.fullName()).value;
   });
   std::vector<bool> duplicate(count, false);
-  if (request.duplicates == DuplicatePolicy::markError) {
-    std::vector<std::unordered_map<std::string_view, std::size_t>> seen(folders.size());
+  if (duplicates == DuplicatePolicy::markError) {
+    std::vector<std::unordered_map<std::string_view, std::size_t>> seen(folderCount);
     for (std::size_t r = 0; r < count; ++r)
       ++seen[folderOfRow(r)][newKeys[r]];
     for (std::size_t r = 0; r < count; ++r)
@@ -260,7 +342,9 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
     // in batch order, and a group whose names are taken tries "-2", "-3"… with one number for
     // all its members. A number passed over for some base and extensions is never free again for
     // them, so each such group starts where the last one stopped.
-    std::vector<KeyViews> planned(folders.size());
+    std::vector<KeyViews> planned(folderCount);
+    for (KeyViews& keys : planned)
+      keys.reserve(count);
     auto keepsItsNames = [&](const TwinGroup& group) {
       return std::none_of(group.members.begin(), group.members.end(),
                           [&](std::size_t m) { return items[rowOf[m]].changes; });
@@ -272,8 +356,9 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
     }
     std::unordered_map<std::string, int> nextSuffix;
     std::vector<std::size_t> rows;
-    std::vector<std::string> candidate;
-    auto isFree = [&](const std::vector<std::string>& keys) {
+    std::vector<std::string_view> wanted;  // the group's own new names, viewed in newKeys
+    std::vector<std::string> candidate;    // the same with a number
+    auto isFree = [&](const auto& keys) {
       for (std::size_t i = 0; i < keys.size(); ++i) {
         const std::size_t f = folderOfRow(rows[i]);
         if (outside[f].count(keys[i]) > 0 || planned[f].count(keys[i]) > 0) return false;
@@ -286,15 +371,16 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
     for (const TwinGroup& group : groups) {
       if (keepsItsNames(group)) continue;
       rows.clear();
-      candidate.clear();
+      wanted.clear();
       for (std::size_t m : group.members) {
         rows.push_back(rowOf[m]);
-        candidate.push_back(newKeys[rowOf[m]]);
+        wanted.push_back(newKeys[rowOf[m]]);
       }
-      if (!isFree(candidate)) {
+      if (!isFree(wanted)) {
         std::string signature = std::to_string(folderOfRow(rows.front()));
-        for (const std::string& k : candidate)
+        for (std::string_view k : wanted)
           signature.append(1, '\0').append(k);
+        candidate.resize(rows.size());
         int& n = nextSuffix.try_emplace(std::move(signature), kFirstSuffix).first->second;
         bool found = false;
         for (; n <= kLastSuffix && !found; ++n) {
@@ -318,21 +404,6 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
       }
       for (std::size_t r : rows)
         planned[folderOfRow(r)].insert(newKeys[r]);
-    }
-  }
-
-  // Twins outside the batch, by twin key, from each folder's files.
-  std::unordered_map<std::string, std::vector<std::string>> outsideTwins;
-  if (request.twins.isEnabled) {
-    for (std::size_t f = 0; f < folders.size(); ++f) {
-      const auto it = request.folders.find(folders.path(f));
-      if (it == request.folders.end()) continue;
-      for (const std::string& file : it->second.files) {
-        if (own[f].count(NameKey::of(file).value) > 0) continue;
-        if (auto key = twinKey(file, folderTags[f], request.twins)) {
-          outsideTwins[*key].push_back(file);
-        }
-      }
     }
   }
 

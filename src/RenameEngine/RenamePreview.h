@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -77,8 +78,40 @@ struct PreviewRequest {
 // The batch order: a permutation of the subjects' indices.
 std::vector<std::size_t> orderBatch(const std::vector<RenameSubject>& subjects, BatchOrder order);
 
+// What a preview needs that doesn't depend on the rules: each file's parsed name and key, its
+// folder, the batch order, the twin groups, the names already taken in each folder and the twins
+// outside the batch. The application keeps one while the user edits the rules, so that an edit
+// rebuilds only what the rules change. Move-only; immutable once made, so one may be shared by
+// several threads building previews with different rules.
+//
+// Requires: `folders` keys equal the subjects' folder paths byte for byte (`RenameSubject::folder`
+// as given); a folder without an entry counts as unlisted. The subjects are shared, not copied.
+class PreparedBatch {
+ public:
+  PreparedBatch(std::shared_ptr<const std::vector<RenameSubject>> subjects,
+                const TwinOptions& twins, BatchOrder order,
+                const std::unordered_map<std::string, FolderContents>& folders);
+  ~PreparedBatch();
+  PreparedBatch(PreparedBatch&&) noexcept;
+  PreparedBatch& operator=(PreparedBatch&&) noexcept;
+
+  const std::vector<RenameSubject>& subjects() const;
+  // The batch order: the subject of each row of every preview built over this batch.
+  const std::vector<std::size_t>& order() const;
+
+  struct Data;
+
+ private:
+  std::unique_ptr<Data> d_;
+  friend RenamePreview buildPreview(const PreparedBatch&, const CompiledRuleStack&,
+                                    const NamingContext&, DuplicatePolicy);
+};
+
 RenamePreview buildPreview(const PreviewRequest& request);
 // The same with a stack compiled beforehand (the application keeps it while only files change).
 RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack);
+// The same over a batch prepared beforehand: what runs on an edit of the rules.
+RenamePreview buildPreview(const PreparedBatch& batch, const CompiledRuleStack& stack,
+                           const NamingContext& naming, DuplicatePolicy duplicates);
 
 }  // namespace tessane

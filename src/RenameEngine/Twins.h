@@ -32,6 +32,8 @@ struct TwinOptions {
 
   // RAW extensions always, with still images, video and sidecars as chosen.
   static TwinOptions forKinds(bool images, bool video, bool sidecars);
+
+  friend bool operator==(const TwinOptions&, const TwinOptions&) = default;
 };
 
 struct TwinGroup {

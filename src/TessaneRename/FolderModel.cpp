@@ -63,13 +63,30 @@ struct FolderModel::Listing {
   std::vector<One> folders;
 };
 
+// The part of a preview that the rules don't change, made from one snapshot of the files and the
+// folders' names with one twin setting and one order.
+struct FolderModel::Prepared {
+  std::shared_ptr<const std::vector<FolderFile>> files;
+  std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names;
+  TwinOptions twins;
+  BatchOrder order = BatchOrder::captureTime;
+  std::unique_ptr<PreparedBatch> batch;
+  std::vector<fs::path> subjectPaths;                      // the file of each subject
+  std::unordered_map<std::string, std::size_t> rowOfFile;  // each subject's row, by path
+  FileCounts counts;                                       // all but warnings and errors
+
+  bool isFor(const std::shared_ptr<const std::vector<FolderFile>>& f,
+             const std::shared_ptr<const std::unordered_map<std::string, FolderContents>>& n,
+             const TwinOptions& t, BatchOrder o) const {
+    return files == f && names == n && twins == t && order == o;
+  }
+};
+
 // What one preview build made.
 struct FolderModel::Built {
   std::uint64_t generation = 0;
   RenamePreview preview;
-  std::shared_ptr<const std::vector<FolderFile>> sources;
-  std::vector<fs::path> subjectPaths;  // the path of each subject the preview knows
-  std::unordered_map<std::string, std::size_t> rowOfFile;
+  std::shared_ptr<const Prepared> prepared;
   FileCounts counts;
 };
 
@@ -472,61 +489,30 @@ void FolderModel::startPreview() {
   if (!resolved) settings.naming = NamingContext::systemDefault();
   settings.twins = twinOptions_;
 
-  auto request = std::make_shared<PreviewRequest>();
-  request->stack = withSettingsRules(rules_, settings);
-  request->twins = settings.twins;
-  request->order = settings.order;
-  request->duplicates = settings.duplicates;
-  request->naming = settings.naming;
+  auto stack = std::make_shared<const RuleStack>(withSettingsRules(rules_, settings));
+  const NamingContext naming = settings.naming;
+  const DuplicatePolicy duplicates = settings.duplicates;
+  const BatchOrder order = settings.order;
+  const TwinOptions twins = settings.twins;
   const std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names = folderNames_;
   const std::shared_ptr<const std::vector<FolderFile>> snapshot = files_;
+  std::shared_ptr<const Prepared> prepared = prepared_;
+  if (prepared && !prepared->isFor(snapshot, names, twins, order)) prepared.reset();
   const std::function<void(std::uint64_t)> hook = beforeBuild_;
 
-  startTask([this, generation, request, snapshot, names, hook] {
+  startTask([this, generation, stack, naming, duplicates, order, twins, names, snapshot, prepared,
+             hook]() mutable {
     if (hook) hook(generation);
-    request->folders = *names;
+    if (!prepared) prepared = prepare(snapshot, names, twins, order);
     auto built = std::make_shared<Built>();
     built->generation = generation;
-    built->sources = snapshot;
-    for (const FolderFile& f : *snapshot) {
-      if (!f.nameIsText) continue;
-      RenameSubject s;
-      s.name = f.name.fullName();
-      s.folder = f.url.parent_path();
-      s.metadata = f.metadata;
-      s.cameraModel = f.cameraModel;
-      s.bodyTag = f.bodyTag;
-      s.captureDate = f.captureDate;
-      s.originalName = f.originalName;
-      request->subjects.push_back(std::move(s));
-      built->subjectPaths.push_back(f.url);
-    }
-    built->preview = buildPreview(*request);
-    built->rowOfFile.reserve(built->preview.items.size());
-    std::set<std::string> bodies;
-    for (std::size_t r = 0; r < built->preview.items.size(); ++r) {
-      const PlannedRename& row = built->preview.items[r];
-      built->rowOfFile.emplace(built->subjectPaths[row.subjectIndex].native(), r);
+    built->preview = buildPreview(*prepared->batch, CompiledRuleStack(*stack), naming, duplicates);
+    built->counts = prepared->counts;
+    for (const PlannedRename& row : built->preview.items) {
       if (row.status == PreviewStatus::error) ++built->counts.errors;
       if (row.status == PreviewStatus::warning) ++built->counts.warnings;
     }
-    for (const FolderFile& f : *snapshot) {
-      switch (fileKindOf(f.name.ext)) {
-        case FileKind::raw:
-          ++built->counts.raw;
-          break;
-        case FileKind::image:
-          ++built->counts.images;
-          break;
-        case FileKind::video:
-          ++built->counts.video;
-          break;
-        default:
-          break;
-      }
-      if (f.bodyTag) bodies.insert(*f.bodyTag);
-    }
-    built->counts.bodies = static_cast<std::int64_t>(bodies.size());
+    built->prepared = std::move(prepared);
     QMetaObject::invokeMethod(
         this, [this, built] { publishPreview(built); }, Qt::QueuedConnection);
   });
@@ -541,9 +527,8 @@ void FolderModel::publishPreview(std::shared_ptr<Built> built) {
   }
   if (!preview_) preview_.emplace();
   std::swap(*preview_, built->preview);
-  std::swap(previewSources_, built->sources);
-  std::swap(subjectPaths_, built->subjectPaths);
-  std::swap(rowOfFile_, built->rowOfFile);
+  previewSources_ = built->prepared->files;
+  std::swap(prepared_, built->prepared);
   counts_ = built->counts;
   retire(std::move(built));  // what was shown before
   emit previewChanged();
@@ -601,7 +586,7 @@ std::optional<fs::path> FolderModel::goToFirstError() {
   if (!preview_) return std::nullopt;
   for (const PlannedRename& row : preview_->items) {
     if (row.status != PreviewStatus::error) continue;
-    const fs::path file = subjectPaths_[row.subjectIndex];
+    const fs::path file = prepared_->subjectPaths[row.subjectIndex];
     setSelection({file});
     return file;
   }
@@ -612,8 +597,8 @@ std::optional<fs::path> FolderModel::goToFirstError() {
 
 const PlannedRename* FolderModel::previewRow(const fs::path& file) const {
   if (!preview_) return nullptr;
-  const auto it = rowOfFile_.find(file.native());
-  return it == rowOfFile_.end() ? nullptr : &preview_->items[it->second];
+  const auto it = prepared_->rowOfFile.find(file.native());
+  return it == prepared_->rowOfFile.end() ? nullptr : &preview_->items[it->second];
 }
 
 FileCounts FolderModel::fileCounts() const {
@@ -655,7 +640,7 @@ std::vector<bool> FolderModel::scopeFlags(const std::vector<fs::path>& paths) co
 
 bool FolderModel::canRename() const {
   if (!preview_ || isRenaming_ || preview_->hasErrors()) return false;
-  const std::vector<bool> flags = scopeFlags(subjectPaths_);
+  const std::vector<bool> flags = scopeFlags(prepared_->subjectPaths);
   for (std::size_t r : preview_->changedFiles) {
     if (flags[preview_->items[r].subjectIndex]) return true;
   }
@@ -673,8 +658,8 @@ void FolderModel::rename() {
     setError(Messages::fixErrorsFirst());
     return;
   }
-  const std::vector<bool> flags = scopeFlags(subjectPaths_);
-  std::vector<FileMove> moves = movesOf(*preview_, subjectPaths_, &flags);
+  const std::vector<bool> flags = scopeFlags(prepared_->subjectPaths);
+  std::vector<FileMove> moves = movesOf(*preview_, prepared_->subjectPaths, &flags);
   if (moves.empty()) {
     setError(Messages::nothingToRename());
     return;
@@ -825,6 +810,57 @@ void FolderModel::finishBatch(std::shared_ptr<BatchJob> job) {
       renamed.push_back(m.destination);
     revealer_(renamed);
   }
+}
+
+// ---- Preparing ----
+
+std::shared_ptr<FolderModel::Prepared> FolderModel::prepare(
+    std::shared_ptr<const std::vector<FolderFile>> files,
+    std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names,
+    const TwinOptions& twins, BatchOrder batchOrder) {
+  auto p = std::make_shared<FolderModel::Prepared>();
+  auto subjects = std::make_shared<std::vector<RenameSubject>>();
+  subjects->reserve(files->size());
+  std::set<std::string> bodies;
+  for (const FolderFile& f : *files) {
+    switch (fileKindOf(f.name.ext)) {
+      case FileKind::raw:
+        ++p->counts.raw;
+        break;
+      case FileKind::image:
+        ++p->counts.images;
+        break;
+      case FileKind::video:
+        ++p->counts.video;
+        break;
+      default:
+        break;
+    }
+    if (f.bodyTag) bodies.insert(*f.bodyTag);
+    if (!f.nameIsText) continue;
+    RenameSubject s;
+    s.name = f.name.fullName();
+    s.folder = f.url.parent_path();
+    s.metadata = f.metadata;
+    s.cameraModel = f.cameraModel;
+    s.bodyTag = f.bodyTag;
+    s.captureDate = f.captureDate;
+    s.originalName = f.originalName;
+    subjects->push_back(std::move(s));
+    p->subjectPaths.push_back(f.url);
+  }
+  p->counts.bodies = static_cast<std::int64_t>(bodies.size());
+  p->batch = std::make_unique<PreparedBatch>(std::move(subjects), twins, batchOrder, *names);
+  // Rows follow the batch order, which the rules don't change.
+  const std::vector<std::size_t>& order = p->batch->order();
+  p->rowOfFile.reserve(order.size());
+  for (std::size_t r = 0; r < order.size(); ++r)
+    p->rowOfFile.emplace(p->subjectPaths[order[r]].native(), r);
+  p->files = std::move(files);
+  p->names = std::move(names);
+  p->twins = twins;
+  p->order = batchOrder;
+  return p;
 }
 
 // ---- Session ----

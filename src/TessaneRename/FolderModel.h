@@ -184,6 +184,7 @@ class FolderModel : public QObject {
 
  private:
   struct Listing;
+  struct Prepared;
   struct Built;
   struct BatchJob;
 
@@ -194,6 +195,10 @@ class FolderModel : public QObject {
   void schedulePreview();
   void startPreview();
   void publishPreview(std::shared_ptr<Built> built);
+  static std::shared_ptr<Prepared> prepare(
+      std::shared_ptr<const std::vector<FolderFile>> files,
+      std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names,
+      const TwinOptions& twins, BatchOrder order);
   void saveSession();
   void runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind, Toast::After after,
                 std::optional<RenameHistory::Entry> goingBackFrom);
@@ -239,10 +244,10 @@ class FolderModel : public QObject {
   std::optional<AppliedBatch> performedBatch_;
   std::optional<Toast> toast_;
 
-  // The preview's rows by file path, and the counts, made with the preview.
-  std::unordered_map<std::string, std::size_t> rowOfFile_;
-  std::vector<std::filesystem::path> subjectPaths_;  // each preview subject's file
-  FileCounts counts_;
+  // What the shown preview was built over: kept while only the rules change, so that an edit
+  // rebuilds only what the rules make. It holds each subject's file and each file's row.
+  std::shared_ptr<const Prepared> prepared_;
+  FileCounts counts_;  // made with the preview
 
   std::uint64_t listingGeneration_ = 0;
   std::uint64_t metadataGeneration_ = 0;

@@ -299,3 +299,45 @@ TEST(RenamePreview, CaptureTimeOrderNumbersUndatedFilesLast) {
 
 }  // namespace
 }  // namespace tessane
+
+namespace tessane {
+namespace {
+
+// One batch prepared once serves every edit of the rules: each build over it equals a whole
+// build of the same request, and the batch itself is left as it was.
+TEST(PreparedBatch, EveryEditOfTheRulesGivesTheWholeBuildsPreview) {
+  std::vector<RenameSubject> files;
+  for (int i = 0; i < 40; ++i) {
+    const std::string base = "DSC_" + std::to_string(1000 + i / 2);
+    files.push_back(
+        subject(base + (i % 2 ? ".ARW" : ".JPG"), i < 20 ? "/card/a" : "/card/b", at(i / 4)));
+  }
+  PreviewRequest q = request(files, "{date:yyyy-MM-dd_HHmmss}");
+  q.folders["/card/a"].names.push_back("2026-10-23_090000.JPG");  // taken by an outsider
+  q.folders["/card/b"].files.push_back("DSC_2000.XMP");           // a twin outside the batch
+  q.duplicates = DuplicatePolicy::addSuffix;
+  const PreparedBatch batch(std::make_shared<const std::vector<RenameSubject>>(q.subjects), q.twins,
+                            q.order, q.folders);
+
+  for (const char* templateText :
+       {"{date:yyyy-MM-dd_HHmmss}", "{name}_{counter}", "same", "{name}"}) {
+    q.stack.rules = {formatRule(templateText)};
+    for (DuplicatePolicy policy : {DuplicatePolicy::addSuffix, DuplicatePolicy::markError}) {
+      q.duplicates = policy;
+      const RenamePreview whole = buildPreview(q);
+      const RenamePreview edited =
+          buildPreview(batch, CompiledRuleStack(q.stack), q.naming, policy);
+      EXPECT_EQ(newNames(edited), newNames(whole)) << templateText;
+      EXPECT_EQ(statuses(edited), statuses(whole)) << templateText;
+      EXPECT_EQ(edited.changedFiles, whole.changedFiles) << templateText;
+      ASSERT_EQ(edited.items.size(), whole.items.size());
+      for (std::size_t r = 0; r < whole.items.size(); ++r) {
+        EXPECT_EQ(edited.items[r].errors, whole.items[r].errors);
+        EXPECT_EQ(edited.items[r].warnings, whole.items[r].warnings);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tessane
