@@ -1,9 +1,12 @@
 #include "TessaneRename/Windows/FileListModel.h"
 
+#include <QApplication>
 #include <QBrush>
 #include <QColor>
 #include <QDateTime>
+#include <QIcon>
 #include <QLocale>
+#include <QStyle>
 
 namespace tessane {
 
@@ -72,6 +75,7 @@ void FileListModel::refilter() {
                                                 [](const FolderFile* a, const FolderFile* b) {
                                                   return a == b || a->url == b->url;
                                                 });
+  rowOfPath_.clear();
   if (sameFiles) {
     rows_ = std::move(rows);
     if (!rows_.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount_ - 1));
@@ -91,10 +95,13 @@ void FileListModel::previewChanged() {
 }
 
 int FileListModel::rowOf(const fs::path& file) const {
-  for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (rows_[i]->url == file) return static_cast<int>(i);
+  if (rowOfPath_.empty() && !rows_.empty()) {
+    rowOfPath_.reserve(rows_.size());
+    for (std::size_t i = 0; i < rows_.size(); ++i)
+      rowOfPath_.emplace(rows_[i]->url.native(), static_cast<int>(i));
   }
-  return -1;
+  const auto it = rowOfPath_.find(file.native());
+  return it == rowOfPath_.end() ? -1 : it->second;
 }
 
 const FolderFile* FileListModel::fileAt(int row) const {
@@ -137,6 +144,18 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
         default:
           return {};
       }
+    case Qt::DecorationRole:
+      if (column != status || row == nullptr) return {};
+      if (row->status == PreviewStatus::error) {
+        static const QIcon icon =
+            QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical);
+        return icon;
+      }
+      if (row->status == PreviewStatus::warning) {
+        static const QIcon icon = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+        return icon;
+      }
+      return {};
     case Qt::ToolTipRole:
       if (row != nullptr && (column == newName || column == status)) {
         const QString problems = problemsOf(*row);
@@ -150,7 +169,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
       if (row == nullptr || (column != newName && column != status)) return {};
       if (row->status == PreviewStatus::error) return QBrush(QColor(0xc6, 0x28, 0x28));
       if (row->status == PreviewStatus::warning) return QBrush(QColor(0xb2, 0x6a, 0x00));
-      if (row->status == PreviewStatus::unchanged && column == newName) {
+      if (row->status == PreviewStatus::unchanged) {
         return QBrush(QColor(0x80, 0x80, 0x80));
       }
       return {};

@@ -10,6 +10,8 @@
 #include <QAbstractTableModel>
 
 #include <filesystem>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "TessaneRename/FolderModel.h"
@@ -48,6 +50,7 @@ class FileListModel : public QAbstractTableModel {
   FolderModel& model_;
   ListFilter filter_;
   std::vector<const FolderFile*> rows_;
+  mutable std::unordered_map<std::string, int> rowOfPath_;  // made on first use after a change
 };
 
 }  // namespace tessane

@@ -20,6 +20,7 @@
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QStyle>
 #include <QTableView>
 #include <QToolButton>
 #include <QUrl>
@@ -121,8 +122,11 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
     filter.search = s.toStdString();
     fileList_->setFilter(std::move(filter));
   });
+  listTitle_ = new QLabel;
+  listTitle_->setObjectName("listTitle");
+  listTitle_->setStyleSheet("font-weight: 600;");
   auto* listBar = new QHBoxLayout;
-  listBar->addStretch(1);
+  listBar->addWidget(listTitle_, 1);
   listBar->addWidget(search_);
 
   fileView_ = new QTableView;
@@ -134,7 +138,8 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   fileView_->setShowGrid(false);
   fileView_->setAlternatingRowColors(true);
   fileView_->setWordWrap(false);
-  fileView_->setTextElideMode(Qt::ElideMiddle);
+  fileView_->setTextElideMode(Qt::ElideRight);
+  fileView_->setIconSize(QSize(16, 16));
   fileView_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   fileView_->verticalHeader()->hide();
   // Fixed row heights: the view never measures rows, which keeps 10,000 of them quick.
@@ -144,11 +149,11 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   header->setHighlightSections(false);
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::Interactive);
-  header->setSectionResizeMode(FileListModel::newName, QHeaderView::Stretch);
-  header->resizeSection(FileListModel::currentName, 230);
-  header->resizeSection(FileListModel::date, 150);
-  header->resizeSection(FileListModel::body, 80);
-  header->resizeSection(FileListModel::status, 200);
+  header->setStretchLastSection(true);  // the status, whose messages are the longest
+  header->resizeSection(FileListModel::currentName, 200);
+  header->resizeSection(FileListModel::newName, 240);
+  header->resizeSection(FileListModel::date, 140);
+  header->resizeSection(FileListModel::body, 60);
   connect(fileView_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::fileSelectionChanged);
 
@@ -267,7 +272,7 @@ QWidget* MainWindow::makeSidebar() {
   auto* sidebar = new QWidget;
   sidebar->setObjectName("sidebar");
   sidebar->setMinimumWidth(170);
-  sidebarTitle_ = new QLabel;
+  sidebarTitle_ = new QLabel(tr("Folders"));
   sidebarTitle_->setObjectName("sidebarTitle");
   sidebarTitle_->setStyleSheet("font-weight: 600;");
   sidebarTitle_->setWordWrap(true);
@@ -278,6 +283,7 @@ QWidget* MainWindow::makeSidebar() {
   folderList_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   folderList_->setContextMenuPolicy(Qt::ActionsContextMenu);
   folderList_->setTextElideMode(Qt::ElideMiddle);
+  folderList_->setIconSize(QSize(16, 16));
   connect(folderList_, &QListWidget::itemSelectionChanged, this, [this] {
     if (syncing_) return;
     std::set<fs::path> selected;
@@ -417,7 +423,9 @@ void MainWindow::updateCommands() {
     a->setCheckable(checked.has_value());
     if (checked) a->setChecked(*checked);
   }
-  actions_.at(CommandID::rename)->setEnabled(model_.canRename());
+  // The button shows whether Rename can go ahead; the command stays on while there is a preview,
+  // so that Ctrl+Return on a batch with errors says what stands in the way.
+  actions_.at(CommandID::rename)->setEnabled(model_.preview() != nullptr && !model_.isRenaming());
   renameButton_->setEnabled(model_.canRename());
   const bool idle = !model_.isRenaming();
   undoButton_->setEnabled(idle);
@@ -521,7 +529,8 @@ void MainWindow::showFolders() {
   syncing_ = true;
   folderList_->clear();
   for (const fs::path& folder : model_.folders()) {
-    auto* item = new QListWidgetItem(folderLabel(folder), folderList_);
+    auto* item = new QListWidgetItem(style()->standardIcon(QStyle::SP_DirIcon), folderLabel(folder),
+                                     folderList_);
     item->setData(Qt::UserRole, text(folder.string()));
     item->setToolTip(text(folder.string()));
   }
@@ -537,7 +546,7 @@ void MainWindow::showFolderSelection() {
     item->setSelected(selected.count(pathOf(item->data(Qt::UserRole).toString())) > 0);
   }
   syncing_ = false;
-  sidebarTitle_->setText(model_.folders().empty() ? tr("Folders") : text(model_.selectionTitle()));
+  listTitle_->setText(model_.folders().empty() ? QString() : text(model_.selectionTitle()));
   listStack_->setCurrentIndex(model_.folders().empty() ? 0 : 1);
   if (!model_.folders().empty()) {
     setWindowTitle(tr("%1 — Tessane Rename").arg(text(model_.selectionTitle())));

@@ -87,6 +87,7 @@ class MainWindow : public QMainWindow {
   QFrame* toast_ = nullptr;
   QLabel* toastText_ = nullptr;
   QPushButton* toastAction_ = nullptr;
+  QLabel* listTitle_ = nullptr;
   QLineEdit* search_ = nullptr;
   QStackedWidget* listStack_ = nullptr;
   QTableView* fileView_ = nullptr;
