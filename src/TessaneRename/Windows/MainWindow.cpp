@@ -21,6 +21,7 @@
 #include <QStackedWidget>
 #include <QStatusBar>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QToolButton>
 #include <QUrl>
@@ -89,6 +90,19 @@ bool isAvailable(CommandID id) {
   }
 }
 
+// File names lose their middle, not their end, when a column is too narrow: the counter and the
+// extension stay in sight.
+class NameDelegate : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->textElideMode = Qt::ElideMiddle;
+  }
+};
+
 }  // namespace
 
 MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& desktop,
@@ -139,6 +153,9 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   fileView_->setAlternatingRowColors(true);
   fileView_->setWordWrap(false);
   fileView_->setTextElideMode(Qt::ElideRight);
+  auto* names = new NameDelegate(fileView_);
+  fileView_->setItemDelegateForColumn(FileListModel::currentName, names);
+  fileView_->setItemDelegateForColumn(FileListModel::newName, names);
   fileView_->setIconSize(QSize(16, 16));
   fileView_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   fileView_->verticalHeader()->hide();
