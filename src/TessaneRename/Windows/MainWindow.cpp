@@ -131,6 +131,7 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   search_->setAccessibleName(tr("Find a file"));
   search_->setClearButtonEnabled(true);
   search_->setMaximumWidth(260);
+  search_->setAcceptDrops(false);
   connect(search_, &QLineEdit::textChanged, this, [this](const QString& s) {
     ListFilter filter = fileList_->filter();
     filter.search = s.toStdString();
@@ -140,7 +141,26 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   listTitle_->setObjectName("listTitle");
   listTitle_->setStyleSheet("font-weight: 600;");
   auto* listBar = new QHBoxLayout;
+  listBar->setSpacing(6);
   listBar->addWidget(listTitle_, 1);
+  // The filters: each button shows only its kind of file or status; the kinds together, and the
+  // statuses together, show either.
+  const auto addFilter = [this, listBar](FilterButton which, const char* name, const QString& tip) {
+    auto* b = new QToolButton;
+    b->setObjectName(name);
+    b->setCheckable(true);
+    b->setToolTip(tip);
+    b->setAccessibleName(tip);
+    connect(b, &QToolButton::toggled, this, &MainWindow::filtersChanged);
+    listBar->addWidget(b);
+    filters_[which] = b;
+  };
+  addFilter(rawFilter, "rawFilter", tr("Show only the RAW files"));
+  addFilter(imageFilter, "imageFilter", tr("Show only the images"));
+  addFilter(videoFilter, "videoFilter", tr("Show only the videos"));
+  addFilter(warningFilter, "warningFilter", tr("Show only the files with warnings"));
+  addFilter(errorFilter, "errorFilter", tr("Show only the files with errors"));
+  listBar->addSpacing(6);
   listBar->addWidget(search_);
 
   fileView_ = new QTableView;
@@ -529,6 +549,18 @@ void MainWindow::tickShown(bool ticked) {
   }
 }
 
+void MainWindow::filtersChanged() {
+  ListFilter filter = fileList_->filter();
+  filter.kinds.clear();
+  filter.statuses.clear();
+  if (filters_[rawFilter]->isChecked()) filter.kinds.insert(FileKind::raw);
+  if (filters_[imageFilter]->isChecked()) filter.kinds.insert(FileKind::image);
+  if (filters_[videoFilter]->isChecked()) filter.kinds.insert(FileKind::video);
+  if (filters_[warningFilter]->isChecked()) filter.statuses.insert(PreviewStatus::warning);
+  if (filters_[errorFilter]->isChecked()) filter.statuses.insert(PreviewStatus::error);
+  fileList_->setFilter(std::move(filter));
+}
+
 // ---- Showing the model ----
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
@@ -626,10 +658,23 @@ void MainWindow::toastActionClicked() {
 }
 
 void MainWindow::showCounts() {
+  const FileCounts c = model_.fileCounts();
+  const std::pair<FilterButton, QString> labels[] = {
+      {rawFilter, tr("RAW %1").arg(c.raw)},
+      {imageFilter, tr("Images %1").arg(c.images)},
+      {videoFilter, tr("Video %1").arg(c.video)},
+      {warningFilter, tr("Warnings %1").arg(c.warnings)},
+      {errorFilter, tr("Errors %1").arg(c.errors)}};
+  const std::int64_t counts[] = {c.raw, c.images, c.video, c.warnings, c.errors};
+  for (const auto& [which, label] : labels) {
+    QToolButton* b = filters_[which];
+    b->setText(label);
+    // A filter with nothing to show is out of the way, unless it is on (it can then be turned off).
+    b->setVisible(counts[which] > 0 || b->isChecked());
+  }
   if (model_.files().empty()) {
     counts_->setText(model_.folders().empty() ? tr("No folder") : tr("No files"));
   } else {
-    const FileCounts c = model_.fileCounts();
     QStringList parts;
     const auto count = [&parts](std::int64_t n, const QString& one, const QString& many) {
       if (n > 0) parts << (n == 1 ? one : many.arg(n));

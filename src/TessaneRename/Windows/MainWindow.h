@@ -24,6 +24,7 @@ class QListWidget;
 class QPushButton;
 class QStackedWidget;
 class QTableView;
+class QToolButton;
 
 namespace tessane {
 
@@ -73,6 +74,7 @@ class MainWindow : public QMainWindow {
   void showFileSelection();
   void fileSelectionChanged();
   void updateCommands();
+  void filtersChanged();
 
   FolderModel& model_;
   AppContext& app_;
@@ -87,6 +89,8 @@ class MainWindow : public QMainWindow {
   QFrame* toast_ = nullptr;
   QLabel* toastText_ = nullptr;
   QPushButton* toastAction_ = nullptr;
+  enum FilterButton { rawFilter, imageFilter, videoFilter, warningFilter, errorFilter };
+  QToolButton* filters_[5] = {};
   QLabel* listTitle_ = nullptr;
   QLineEdit* search_ = nullptr;
   QStackedWidget* listStack_ = nullptr;

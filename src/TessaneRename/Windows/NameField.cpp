@@ -21,6 +21,7 @@ NameField::NameField(FolderModel& model, AppContext& app, QWidget* parent)
       tr("Write the new name by hand: text and variables in braces, such as "
          "{date}, {body}, {original} and {counter}"));
   edit_->setClearButtonEnabled(true);
+  edit_->setAcceptDrops(false);  // files dropped here open in the window, not as text
 
   problems_ = new QLabel(this);
   problems_->setObjectName("templateProblems");

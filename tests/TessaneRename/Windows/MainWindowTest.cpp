@@ -18,6 +18,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QTimer>
+#include <QToolButton>
 #include <QUrl>
 
 #include <algorithm>
@@ -251,6 +252,45 @@ TEST_F(Window, TenThousandFilesGetTheirNamesWithoutStallingTheWindow) {
   EXPECT_LT(longest, 250) << "milliseconds";
   EXPECT_EQ(window_->fileList().index(9'999, FileListModel::newName).data().toString().left(6),
             "x_IMG_");
+}
+
+// The filter buttons show their counts, hide when they have nothing to show, and follow the
+// preview: the errors filter picks up the files that a new template makes clash.
+TEST_F(Window, FiltersByKindAndStatus) {
+  photos_.file("a.jpg");
+  photos_.file("b.jpg");
+  photos_.file("c.NEF");
+  drop({photos_.path()});
+  type("{name}");
+  ASSERT_TRUE(settled());
+  const auto shown = [&] {
+    QStringList names;
+    for (int row = 0; row < window_->fileList().rowCount(); ++row)
+      names << window_->fileList().index(row, FileListModel::currentName).data().toString();
+    names.sort();
+    return names.join(' ');
+  };
+  auto* raw = child<QToolButton>("rawFilter");
+  auto* errors = child<QToolButton>("errorFilter");
+  EXPECT_EQ(raw->text(), "RAW 1");
+  EXPECT_FALSE(child<QToolButton>("videoFilter")->isVisibleTo(window_.get()));
+  EXPECT_FALSE(errors->isVisibleTo(window_.get()));
+
+  raw->click();
+  EXPECT_EQ(shown(), "c.NEF");
+  raw->click();
+  EXPECT_EQ(shown(), "a.jpg b.jpg c.NEF");
+
+  type("same");
+  ASSERT_TRUE(settled());
+  ASSERT_TRUE(errors->isVisibleTo(window_.get()));
+  EXPECT_EQ(errors->text(), "Errors 2");
+  errors->click();
+  EXPECT_EQ(shown(), "a.jpg b.jpg");
+  type("{name}");
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(shown(), "") << "no errors left to show";
+  EXPECT_TRUE(errors->isVisibleTo(window_.get())) << "on, so that it can be turned off";
 }
 
 TEST_F(Window, SidebarSelectsAndRemovesFolders) {
