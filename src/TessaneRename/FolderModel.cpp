@@ -88,6 +88,7 @@ struct FolderModel::Built {
   RenamePreview preview;
   std::shared_ptr<const Prepared> prepared;
   FileCounts counts;
+  std::string missingText;
 };
 
 // One batch of moves on its way through apply, record and settle.
@@ -508,6 +509,7 @@ void FolderModel::startPreview() {
     built->generation = generation;
     built->preview = buildPreview(*prepared->batch, CompiledRuleStack(*stack), naming, duplicates);
     built->counts = prepared->counts;
+    built->missingText = naming.missingText;
     for (const PlannedRename& row : built->preview.items) {
       if (row.status == PreviewStatus::error) ++built->counts.errors;
       if (row.status == PreviewStatus::warning) ++built->counts.warnings;
@@ -530,6 +532,7 @@ void FolderModel::publishPreview(std::shared_ptr<Built> built) {
   previewSources_ = built->prepared->files;
   std::swap(prepared_, built->prepared);
   counts_ = built->counts;
+  std::swap(previewMissingText_, built->missingText);
   retire(std::move(built));  // what was shown before
   emit previewChanged();
 }

@@ -96,6 +96,8 @@ class FolderModel : public QObject {
   const std::optional<std::string>& errorMessage() const { return errorMessage_; }
   QString errorMessageText() const;
   const RenamePreview* preview() const { return preview_ ? &*preview_ : nullptr; }
+  // The text the preview put in place of missing values, for its warnings' messages.
+  const std::string& previewMissingText() const { return previewMissingText_; }
   int previewBuildCount() const { return previewBuildCount_; }
   const RuleStack& rules() const { return rules_; }
   const TwinOptions& twinOptions() const { return twinOptions_; }
@@ -248,6 +250,7 @@ class FolderModel : public QObject {
   // rebuilds only what the rules make. It holds each subject's file and each file's row.
   std::shared_ptr<const Prepared> prepared_;
   FileCounts counts_;  // made with the preview
+  std::string previewMissingText_;
 
   std::uint64_t listingGeneration_ = 0;
   std::uint64_t metadataGeneration_ = 0;

@@ -1,0 +1,108 @@
+// A main window over one FolderModel: the sidebar of folders (a drop target for folders and files
+// from the file manager, several selected at once), the name written by hand, the file list, the
+// error strip, the toast after a batch, Rename / Restore Previous Names / Restore Original Names,
+// the status line with the counts, and the menus of the command table with their shortcuts.
+//
+// It holds no rename logic: every control shows a property of the model and calls one of its
+// operations; the model's signals keep the window current.
+#pragma once
+
+#include <QMainWindow>
+
+#include <filesystem>
+#include <map>
+#include <vector>
+
+#include "TessaneRename/AppCommands.h"
+
+class QAction;
+class QComboBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QStackedWidget;
+class QTableView;
+class QToolButton;
+
+namespace tessane {
+
+class AppContext;
+class DesktopServices;
+class FileListModel;
+class FolderModel;
+class NameField;
+
+class MainWindow : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MainWindow(FolderModel& model, AppContext& app, DesktopServices& desktop,
+             QWidget* parent = nullptr);
+
+  FolderModel& model() const { return model_; }
+  FileListModel& fileList() const { return *fileList_; }
+  QLineEdit* templateField() const;
+  QTableView* fileView() const { return fileView_; }
+  QAction* action(CommandID id) const;
+
+  // What the command table needs to know of this window.
+  CommandState commandState() const;
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  QWidget* makeSidebar();
+  QWidget* makeEmptyHint();
+  QWidget* makeErrorStrip();
+  QWidget* makeToast();
+  void makeMenus();
+  void run(CommandID id);
+  void addFolder();
+  void removeSelectedFolders();
+  void tickShown(bool ticked);
+
+  void showFolders();
+  void showFolderSelection();
+  void showError();
+  void showToast();
+  void toastActionClicked();
+  void showCounts();
+  void showFileSelection();
+  void fileSelectionChanged();
+  void updateCommands();
+  void filtersChanged();
+
+  FolderModel& model_;
+  AppContext& app_;
+  DesktopServices& desktop_;
+  FileListModel* fileList_;
+
+  QLabel* sidebarTitle_ = nullptr;
+  QListWidget* folderList_ = nullptr;
+  NameField* nameField_ = nullptr;
+  QFrame* errorStrip_ = nullptr;
+  QLabel* errorText_ = nullptr;
+  QFrame* toast_ = nullptr;
+  QLabel* toastText_ = nullptr;
+  QPushButton* toastAction_ = nullptr;
+  enum FilterButton { rawFilter, imageFilter, videoFilter, warningFilter, errorFilter };
+  QToolButton* filters_[5] = {};
+  QLabel* listTitle_ = nullptr;
+  QLineEdit* search_ = nullptr;
+  QStackedWidget* listStack_ = nullptr;
+  QTableView* fileView_ = nullptr;
+  QComboBox* scope_ = nullptr;
+  QPushButton* renameButton_ = nullptr;
+  QPushButton* undoButton_ = nullptr;
+  QPushButton* originalsButton_ = nullptr;
+  QLabel* counts_ = nullptr;
+  QLabel* progress_ = nullptr;
+  std::map<CommandID, QAction*> actions_;
+  bool syncing_ = false;  // the window is showing the model's state, not the user's gesture
+};
+
+}  // namespace tessane

@@ -1,0 +1,93 @@
+#include "TessaneRename/Windows/NameField.h"
+
+#include "TessaneRename/Messages.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "RenameEngine/OperationIssue.h"
+#include "RenameEngine/Template.h"
+#include "TessaneRename/FolderModel.h"
+#include "TessaneRename/NameBuilder.h"
+
+namespace tessane {
+
+NameField::NameField(FolderModel& model, AppContext& app, QWidget* parent)
+    : QWidget(parent), model_(model), app_(app) {
+  edit_ = new QLineEdit(this);
+  edit_->setObjectName("templateField");
+  edit_->setPlaceholderText(tr("{date:yyyy-MM-dd}_{body}_{counter}"));
+  edit_->setAccessibleName(tr("Name template"));
+  edit_->setToolTip(
+      tr("Write the new name by hand: text and variables in braces, such as "
+         "{date}, {body}, {original} and {counter}"));
+  edit_->setClearButtonEnabled(true);
+  edit_->setAcceptDrops(false);  // files dropped here open in the window, not as text
+
+  problems_ = new QLabel(this);
+  problems_->setObjectName("templateProblems");
+  problems_->setWordWrap(true);
+  problems_->setStyleSheet("color: #c62828;");
+  problems_->hide();
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(4);
+  layout->addWidget(edit_);
+  layout->addWidget(problems_);
+
+  connect(edit_, &QLineEdit::textEdited, this, &NameField::edited);
+  connect(&model_, &FolderModel::rulesChanged, this, &NameField::showRules);
+  showRules();
+}
+
+QStringList NameField::problemsOf(const QString& templateText) {
+  const Template parsed = Template::parse(templateText.toStdString());
+  QStringList out;
+  if (!parsed.isValid)
+    out << QString::fromStdString(Messages::of(OperationIssue::invalidTemplate()));
+  for (const TemplatePart& part : parsed.parts) {
+    if (part.kind != TemplatePart::Kind::variable || Template::isCounterName(part.text)) continue;
+    if (templateVariableNamed(part.text)) continue;
+    const QString message =
+        QString::fromStdString(Messages::of(OperationIssue::unknownVariable(part.text)));
+    if (!out.contains(message)) out << message;
+  }
+  return out;
+}
+
+void NameField::edited(const QString& text) {
+  showProblems(text);
+  const std::string separator = app_.preferences().nameSeparator();
+  NameBuilder builder = NameBuilder::of(model_.rules(), separator);
+  builder.way = NameBuilder::Way::byHand;
+  builder.pattern = text.toStdString();
+  builder.usesNewName = !text.isEmpty();
+  RuleStack rules = model_.rules();
+  builder.applyTo(rules, separator);
+  model_.setRules(std::move(rules));
+}
+
+// The rules changed elsewhere (a resumed session, a preset): the field shows their template,
+// unless it is the one being typed.
+void NameField::showRules() {
+  const std::string separator = app_.preferences().nameSeparator();
+  const NameBuilder builder = NameBuilder::of(model_.rules(), separator);
+  const QString shown = builder.usesNewName
+                            ? QString::fromStdString(builder.way == NameBuilder::Way::byHand
+                                                         ? builder.pattern
+                                                         : builder.templateText(separator))
+                            : QString();
+  if (shown == edit_->text()) return;
+  edit_->setText(shown);
+  showProblems(shown);
+}
+
+void NameField::showProblems(const QString& text) {
+  const QStringList problems = problemsOf(text);
+  problems_->setText(problems.join('\n'));
+  problems_->setVisible(!problems.isEmpty());
+}
+
+}  // namespace tessane
