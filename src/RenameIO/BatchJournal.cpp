@@ -106,7 +106,7 @@ Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
   identities.reserve(batch.moves.size());
   for (const FileMove& m : batch.moves) {
     std::optional<FileIdentity> identity = fs.identity(m.source);
-    if (!identity) return IOError::fromErrno(ENOENT, "find", m.source);
+    if (!identity) return IOError::fromErrno(ENOENT, IOError::Operation::find, m.source);
     identities.push_back(*identity);
   }
   return begin(folder, batch, identities);
@@ -116,7 +116,7 @@ Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
                                          const AppliedBatch& batch,
                                          const std::vector<FileIdentity>& identities) {
   if (identities.size() != batch.moves.size()) {
-    return IOError::fromErrno(EINVAL, "write", folder);
+    return IOError::fromErrno(EINVAL, IOError::Operation::write, folder);
   }
   JournalRecord record{batch.id, batch.date, {}};
   record.items.reserve(batch.moves.size());
@@ -126,26 +126,26 @@ Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
   try {
     data = record.encode();
   } catch (const std::exception&) {
-    return IOError::fromErrno(ENOMEM, "write", folder);
+    return IOError::fromErrno(ENOMEM, IOError::Operation::write, folder);
   }
 
   std::error_code ec;
   std::filesystem::create_directories(folder, ec);
-  if (ec) return IOError::fromErrno(ec.value(), "create", folder);
+  if (ec) return IOError::fromErrno(ec.value(), IOError::Operation::create, folder);
   const std::filesystem::path file = fileFor(folder, batch.id);
   std::string hidden = folder / ".";
   hidden.append(file.filename().native()).append(".XXXXXX");
   const int fd = ::mkostemp(hidden.data(), O_CLOEXEC);
-  if (fd < 0) return IOError::fromErrno(errno, "create", hidden);
+  if (fd < 0) return IOError::fromErrno(errno, IOError::Operation::create, hidden);
   std::optional<IOError> error;
   if (::flock(fd, LOCK_EX) != 0) {
-    error = IOError::fromErrno(errno, "lock", hidden);
+    error = IOError::fromErrno(errno, IOError::Operation::lock, hidden);
   } else if (!DurableFile::writeAll(fd, data)) {
-    error = IOError::fromErrno(errno, "write", hidden);
+    error = IOError::fromErrno(errno, IOError::Operation::write, hidden);
   } else if (::fsync(fd) != 0) {
-    error = IOError::fromErrno(errno, "flush", hidden);
+    error = IOError::fromErrno(errno, IOError::Operation::flush, hidden);
   } else if (::rename(hidden.c_str(), file.c_str()) != 0) {
-    error = IOError::fromErrno(errno, "create", file);
+    error = IOError::fromErrno(errno, IOError::Operation::create, file);
   } else {
     error = DurableFile::syncFolder(folder);
     if (error) ::unlink(file.c_str());
@@ -178,7 +178,7 @@ std::optional<IOError> BatchJournal::finish() {
   if (fd_ < 0) return std::nullopt;
   std::optional<IOError> error;
   if (::unlink(file_.c_str()) != 0 && errno != ENOENT) {
-    error = IOError::fromErrno(errno, "remove", file_);
+    error = IOError::fromErrno(errno, IOError::Operation::remove, file_);
   } else {
     error = DurableFile::syncFolder(file_.parent_path());
   }

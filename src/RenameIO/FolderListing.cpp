@@ -25,12 +25,12 @@ using DirHandle = std::unique_ptr<DIR, DirCloser>;
 
 Result<DirHandle> openFolder(const std::filesystem::path& folder) {
   const int fd = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd < 0) return IOError::fromErrno(errno, "open the folder", folder);
+  if (fd < 0) return IOError::fromErrno(errno, IOError::Operation::openFolder, folder);
   DIR* dir = ::fdopendir(fd);
   if (dir == nullptr) {
     const int error = errno;
     ::close(fd);
-    return IOError::fromErrno(error, "open the folder", folder);
+    return IOError::fromErrno(error, IOError::Operation::openFolder, folder);
   }
   return DirHandle(dir);
 }
@@ -46,7 +46,7 @@ Result<bool> forEachEntry(DIR* dir, const std::filesystem::path& folder, Visit v
     errno = 0;
     const dirent* entry = ::readdir(dir);
     if (entry == nullptr) {
-      if (errno != 0) return IOError::fromErrno(errno, "read the folder", folder);
+      if (errno != 0) return IOError::fromErrno(errno, IOError::Operation::readFolder, folder);
       return true;
     }
     if (isDotOrDotDot(entry->d_name)) continue;

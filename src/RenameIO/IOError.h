@@ -8,16 +8,35 @@
 
 namespace tessane {
 
+// What failed, as a kind and its data; the application's message layer makes the sentence
+// ("Couldn’t open “/photos/card”: No such file or directory").
 struct IOError {
-  int code = 0;                // the errno value the system gave
-  std::string operation;       // the call that failed ("open", "read folder", ...)
+  // What the layer was doing.
+  enum class Operation {
+    open,
+    create,
+    createFolder,
+    openFolder,
+    readFolder,
+    write,
+    flush,
+    replace,
+    rename,
+    remove,
+    lock,
+    find,
+    readPreset,
+    savePreset,
+    deletePreset,
+  };
+
+  int code = 0;  // the errno value the system gave
+  Operation operation = Operation::open;
   std::filesystem::path path;  // what it failed on
 
-  static IOError fromErrno(int code, std::string operation, std::filesystem::path path) {
-    return IOError{code, std::move(operation), std::move(path)};
+  static IOError fromErrno(int code, Operation operation, std::filesystem::path path) {
+    return IOError{code, operation, std::move(path)};
   }
-  // "Couldn't open “/photos/card”: No such file or directory".
-  std::string message() const;
 };
 
 // A value or the error that prevented it (an IOError unless the operation has errors of its own).

@@ -18,7 +18,8 @@ std::optional<IOError> LinuxFileRenaming::moveItem(const std::filesystem::path& 
     return std::nullopt;
   }
   const int code = errno;
-  if (code != EINVAL && code != ENOSYS) return IOError::fromErrno(code, "rename", from);
+  if (code != EINVAL && code != ENOSYS)
+    return IOError::fromErrno(code, IOError::Operation::rename, from);
   return moveByReservation(from, to);
 }
 
@@ -27,10 +28,11 @@ std::optional<IOError> LinuxFileRenaming::moveByReservation(const std::filesyste
   // The source must be there before a reservation is made, or a missing source would leave an
   // empty file behind under the new name for the short while until it is removed.
   struct stat source {};
-  if (::lstat(from.c_str(), &source) != 0) return IOError::fromErrno(errno, "rename", from);
+  if (::lstat(from.c_str(), &source) != 0)
+    return IOError::fromErrno(errno, IOError::Operation::rename, from);
 
   const int fd = ::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
-  if (fd < 0) return IOError::fromErrno(errno, "rename", from);
+  if (fd < 0) return IOError::fromErrno(errno, IOError::Operation::rename, from);
   struct stat reserved {};
   const bool known = ::fstat(fd, &reserved) == 0;
   ::close(fd);
@@ -42,7 +44,7 @@ std::optional<IOError> LinuxFileRenaming::moveByReservation(const std::filesyste
       now.st_ino == reserved.st_ino && now.st_size == 0 && S_ISREG(now.st_mode)) {
     ::unlink(to.c_str());
   }
-  return IOError::fromErrno(code, "rename", from);
+  return IOError::fromErrno(code, IOError::Operation::rename, from);
 }
 
 bool LinuxFileRenaming::fileExists(const std::filesystem::path& at) {

@@ -23,7 +23,7 @@ constexpr int kMaxNumber = 10000;
 std::variant<std::string, IOError> readWhole(const std::filesystem::path& file) {
   // Without waiting: a pipe named like a preset would never answer (refused below).
   const int fd = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (fd < 0) return IOError::fromErrno(errno, "read the preset", file);
+  if (fd < 0) return IOError::fromErrno(errno, IOError::Operation::readPreset, file);
   struct stat st;
   int error = 0;
   if (::fstat(fd, &st) != 0) {
@@ -37,7 +37,7 @@ std::variant<std::string, IOError> readWhole(const std::filesystem::path& file) 
   }
   if (error != 0) {
     ::close(fd);
-    return IOError::fromErrno(error, "read the preset", file);
+    return IOError::fromErrno(error, IOError::Operation::readPreset, file);
   }
   std::string data(static_cast<std::size_t>(st.st_size), '\0');
   std::size_t got = 0;
@@ -55,7 +55,7 @@ std::variant<std::string, IOError> readWhole(const std::filesystem::path& file) 
 std::optional<IOError> makeFolder(const std::filesystem::path& folder) {
   std::error_code error;
   std::filesystem::create_directories(folder, error);
-  if (error) return IOError::fromErrno(error.value(), "create the folder", folder);
+  if (error) return IOError::fromErrno(error.value(), IOError::Operation::createFolder, folder);
   return std::nullopt;
 }
 
@@ -150,7 +150,7 @@ Result<std::filesystem::path> PresetStore::save(const Preset& preset) const {
     const std::filesystem::path file = directory_ / name;
     struct stat st;
     if (::lstat(file.c_str(), &st) != 0) {
-      if (errno != ENOENT) return IOError::fromErrno(errno, "save the preset", file);
+      if (errno != ENOENT) return IOError::fromErrno(errno, IOError::Operation::savePreset, file);
     } else {
       // Taken: only the preset's own earlier file may be replaced.
       auto existing = read(file);
@@ -160,11 +160,13 @@ Result<std::filesystem::path> PresetStore::save(const Preset& preset) const {
     if (auto error = DurableFile::write(file, encodePreset(preset))) return *error;
     return file;
   }
-  return IOError::fromErrno(EEXIST, "save the preset", directory_ / (stem + ".tessanepreset"));
+  return IOError::fromErrno(EEXIST, IOError::Operation::savePreset,
+                            directory_ / (stem + ".tessanepreset"));
 }
 
 std::optional<IOError> PresetStore::remove(const std::filesystem::path& file) const {
-  if (::unlink(file.c_str()) != 0) return IOError::fromErrno(errno, "delete the preset", file);
+  if (::unlink(file.c_str()) != 0)
+    return IOError::fromErrno(errno, IOError::Operation::deletePreset, file);
   return DurableFile::syncFolder(file.parent_path());
 }
 

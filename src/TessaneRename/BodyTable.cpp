@@ -74,28 +74,25 @@ std::optional<ClockSyncResult> BodyTable::syncClocks(const MetadataMap& right,
   return std::move(synced->second);
 }
 
-std::optional<std::string> BodyTable::exportTo(const std::filesystem::path& file) const {
+std::optional<IOError> BodyTable::exportTo(const std::filesystem::path& file) const {
   const std::string text =
       toJson(bodies_).dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-  if (auto error = DurableFile::write(file, text)) return error->message();
+  if (auto error = DurableFile::write(file, text)) return error;
   return std::nullopt;
 }
 
-std::optional<std::string> BodyTable::importFrom(const std::filesystem::path& file) {
-  std::string refused = "“";
-  refused.append(unicode::toDisplayable(file.filename().native()))
-      .append("” isn’t a table of camera bodies.");
+bool BodyTable::importFrom(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
-  if (!in) return refused;
+  if (!in) return false;
   std::ostringstream contents;
   contents << in.rdbuf();
   const std::optional<Json> parsed = json::parse(contents.str());
-  if (!parsed) return refused;
+  if (!parsed) return false;
   Decoded<CameraBodies> decoded = decodeCameraBodies(*parsed);
-  if (!decoded.ok()) return refused;
+  if (!decoded.ok()) return false;
   bodies_ = bodies_.merged(*decoded.value);
   save();
-  return std::nullopt;
+  return true;
 }
 
 }  // namespace tessane

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "RenameEngine/CameraBodies.h"
+#include "RenameIO/IOError.h"
 
 class QSettings;
 
@@ -37,11 +38,11 @@ class BodyTable {
   // body key or either photo has no capture time.
   std::optional<ClockSyncResult> syncClocks(const MetadataMap& right, const MetadataMap& wrong);
 
-  // Writes the table pretty-printed with sorted keys. An error text when the write fails.
-  std::optional<std::string> exportTo(const std::filesystem::path& file) const;
-  // Merges a file's table into this one (imported rows win). An error text, and nothing
-  // changed, when the file isn't a table of camera bodies.
-  std::optional<std::string> importFrom(const std::filesystem::path& file);
+  // Writes the table pretty-printed with sorted keys; the error when the write fails.
+  std::optional<IOError> exportTo(const std::filesystem::path& file) const;
+  // Merges a file's table into this one (imported rows win). False, and nothing changed, when
+  // the file isn't a table of camera bodies.
+  bool importFrom(const std::filesystem::path& file);
 
  private:
   void save();

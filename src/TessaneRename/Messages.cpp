@@ -116,6 +116,45 @@ std::string of(const PresetStore::Failure& failure) {
   return text.append(std::generic_category().message(std::get<IOError>(failure.error).code));
 }
 
+std::string of(const IOError& e) {
+  const std::string path = Messages::quoted(e.path.native());
+  const std::string why = std::generic_category().message(e.code);
+  using Op = IOError::Operation;
+  switch (e.operation) {
+    case Op::open:
+      return tr("Couldn’t open %1: %2", path, why);
+    case Op::create:
+      return tr("Couldn’t create %1: %2", path, why);
+    case Op::createFolder:
+      return tr("Couldn’t create the folder %1: %2", path, why);
+    case Op::openFolder:
+      return tr("Couldn’t open the folder %1: %2", path, why);
+    case Op::readFolder:
+      return tr("Couldn’t read the folder %1: %2", path, why);
+    case Op::write:
+      return tr("Couldn’t write %1: %2", path, why);
+    case Op::flush:
+      return tr("Couldn’t write %1 to the disk: %2", path, why);
+    case Op::replace:
+      return tr("Couldn’t replace %1: %2", path, why);
+    case Op::rename:
+      return tr("Couldn’t rename %1: %2", path, why);
+    case Op::remove:
+      return tr("Couldn’t remove %1: %2", path, why);
+    case Op::lock:
+      return tr("Couldn’t lock %1: %2", path, why);
+    case Op::find:
+      return tr("Couldn’t find %1: %2", path, why);
+    case Op::readPreset:
+      return tr("Couldn’t read the preset %1: %2", path, why);
+    case Op::savePreset:
+      return tr("Couldn’t save the preset %1: %2", path, why);
+    case Op::deletePreset:
+      return tr("Couldn’t delete the preset %1: %2", path, why);
+  }
+  return {};
+}
+
 std::string of(const SafeRenameError& e) {
   switch (e.kind) {
     case SafeRenameError::Case::sourceMissing:
@@ -155,7 +194,7 @@ std::string of(const PlanProblem& p) {
     case Kind::unknownZone:
       return tr("“%1” isn’t a time zone (try Europe/Rome or UTC).", p.text);
     case Kind::presetListing:
-      return tr("Couldn’t read the presets.") + " " + p.io.message();
+      return tr("Couldn’t read the presets.") + " " + of(p.io);
     case Kind::presetNotFound:
       return tr("There’s no preset named %1.", Messages::quoted(p.text));
     case Kind::presetUnreadable:
@@ -267,6 +306,9 @@ std::string historyNotSaved() {
   return tr(
       "The files were renamed, but the history couldn’t be saved (is the disk full?). Until it "
       "can be, their batch is kept aside: the next start puts the files back to their names.");
+}
+std::string notABodyTable(const std::filesystem::path& file) {
+  return tr("%1 isn’t a table of camera bodies.", nameOf(file));
 }
 std::string foldersSelected(std::int64_t n) {
   return tr("%1 folders selected", count(n));

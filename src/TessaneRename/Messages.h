@@ -34,6 +34,8 @@ std::string of(const PreviewWarning& warning, std::string_view missingText = {})
 std::string of(const PresetError& error);
 std::string of(const PresetStore::Failure& failure);  // "“x.tessanepreset”: …"
 
+// "Couldn’t open “/photos/card”: No such file or directory".
+std::string of(const IOError& error);
 std::string of(const SafeRenameError& error);
 std::string of(const BatchRunner::Failure& failure);
 std::string of(const PlanProblem& problem);
@@ -53,6 +55,7 @@ std::string alreadyOriginalNames();
 std::string addFolderToGoBack();
 std::string historyNotSaved();  // the batch was made, its record could not be written
 std::string foldersSelected(std::int64_t count);
+std::string notABodyTable(const std::filesystem::path& file);
 
 // Toasts after a batch.
 std::string filesRenamed(std::int64_t count);

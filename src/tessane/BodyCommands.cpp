@@ -16,6 +16,7 @@
 #include "RenameEngine/RuleStack.h"
 #include "RenameEngine/Unicode.h"
 #include "TessaneRename/BodyTable.h"
+#include "TessaneRename/Messages.h"
 #include "Tool.h"
 
 namespace tessane::cli {
@@ -117,8 +118,8 @@ int exportBodies(Tool& tool, const std::string& target) {
                                               : std::filesystem::path(target);
   std::error_code error;
   if (std::filesystem::is_directory(file, error)) file /= BodyTable::kExportName;
-  if (const std::optional<std::string> failed = tool.bodies().exportTo(file)) {
-    tool.error(*failed);
+  if (const std::optional<IOError> failed = tool.bodies().exportTo(file)) {
+    tool.error(Messages::of(*failed));
     return kExitRefused;
   }
   std::printf("Exported the camera bodies to %s\n", unicode::toDisplayable(file.native()).c_str());
@@ -126,8 +127,8 @@ int exportBodies(Tool& tool, const std::string& target) {
 }
 
 int importBodies(Tool& tool, const std::string& source) {
-  if (const std::optional<std::string> failed = tool.bodies().importFrom(source)) {
-    tool.error(*failed);
+  if (!tool.bodies().importFrom(source)) {
+    tool.error(Messages::notABodyTable(source));
     return kExitRefused;
   }
   std::printf("Imported %s. Imported rows are added; for the same body the imported one wins.\n",

@@ -10,6 +10,7 @@
 #include "RenameEngine/FileName.h"
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/FolderListing.h"
+#include "TessaneRename/Messages.h"
 #include "Tool.h"
 
 namespace tessane::cli {
@@ -39,7 +40,7 @@ std::string blocksOf(const FileName& name) {
 int list(const std::string& folder) {
   Result<std::vector<ListedFile>> files = FolderListing::files(folder);
   if (!files) {
-    std::fprintf(stderr, "tessane: %s\n", files.error().message().c_str());
+    std::fprintf(stderr, "tessane: %s\n", Messages::of(files.error()).c_str());
     return kExitRefused;
   }
   Result<std::vector<std::string>> names = FolderListing::names(folder);

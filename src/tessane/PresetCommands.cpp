@@ -22,7 +22,7 @@ std::optional<PresetStore::Listing> listing(const Tool& tool) {
   Result<PresetStore::Listing> listed = tool.presets().list();
   if (!listed) {
     std::string message(PresetStore::kListingFailed);
-    message.append(" ").append(listed.error().message());
+    message.append(" ").append(Messages::of(listed.error()));
     tool.error(message);
     return std::nullopt;
   }
@@ -35,7 +35,7 @@ std::optional<PresetStore::Found> find(const Tool& tool, const std::string& name
   if (found) return std::move(found).value();
   if (found.error().kind == PresetStore::LookupError::Kind::listingFailed) {
     std::string message(PresetStore::kListingFailed);
-    tool.error(message.append(" ").append(found.error().listing.message()));
+    tool.error(message.append(" ").append(Messages::of(found.error().listing)));
   } else {
     tool.error("There’s no preset named " + inQuotes(name) + ".");
   }
@@ -93,7 +93,7 @@ int savePreset(Tool& tool, const SaveOptions& options) {
 
   const Result<std::filesystem::path> saved = tool.presets().save(preset);
   if (!saved) {
-    tool.error(saved.error().message());
+    tool.error(Messages::of(saved.error()));
     return kExitRefused;
   }
   std::printf("Saved %s as %s\n", inQuotes(options.name).c_str(),
@@ -110,7 +110,7 @@ int deletePreset(const Tool& tool, const std::string& name) {
     return kExitRefused;
   }
   if (const std::optional<IOError> failed = tool.presets().remove(found->file)) {
-    tool.error(failed->message());
+    tool.error(Messages::of(*failed));
     return kExitRefused;
   }
   std::printf("Deleted %s (%s)\n", inQuotes(found->preset ? found->preset->name : name).c_str(),

@@ -154,7 +154,7 @@ TEST(CrashRecovery, RunningBatchesAndUnreadableJournalsAreLeftAlone) {
   const std::vector<fs::path> temporary{
       SafeRenamer::temporaryLocation(batch.moves[0], batch.id.string().substr(0, 8), 0)};
   Result<BatchJournal> live = BatchJournal::begin(journals.path(), batch, fs);
-  ASSERT_TRUE(live.ok()) << live.error().message();
+  ASSERT_TRUE(live.ok()) << live.error().code;
   ASSERT_FALSE(fs.moveItem(testing::at("a.jpg"), temporary[0]));
 
   EXPECT_TRUE(CrashRecovery::recoverJournals(journals.path(), fs).empty()) << "its lock is held";

@@ -167,7 +167,7 @@ TEST_F(ExfatCard, InterruptedBatchGoesBack) {
       temporary.push_back(
           SafeRenamer::temporaryLocation(moves[i], batch.id.string().substr(0, 8), i));
     Result<BatchJournal> journal = BatchJournal::begin(journals.path(), batch, system_);
-    ASSERT_TRUE(journal.ok()) << journal.error().message();
+    ASSERT_TRUE(journal.ok()) << journal.error().code;
     // The process dies halfway through phase two.
     for (std::size_t i = 0; i < moves.size(); ++i)
       ASSERT_FALSE(system_.moveItem(moves[i].source, temporary[i]));

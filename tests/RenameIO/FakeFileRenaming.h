@@ -43,13 +43,14 @@ class FakeFileRenaming : public SystemFileRenaming {
                                   const std::filesystem::path& to) override {
     ++moves_;
     if (failing.contains(moves_) || (diesAt != 0 && moves_ >= diesAt)) {
-      return IOError::fromErrno(EIO, "rename", from);
+      return IOError::fromErrno(EIO, IOError::Operation::rename, from);
     }
     auto it = files_.find(keyOf(from));
     if (it == files_.end() || (!caseInsensitive_ && it->second.name != from.native())) {
-      return IOError::fromErrno(ENOENT, "rename", from);
+      return IOError::fromErrno(ENOENT, IOError::Operation::rename, from);
     }
-    if (files_.contains(keyOf(to))) return IOError::fromErrno(EEXIST, "rename", from);
+    if (files_.contains(keyOf(to)))
+      return IOError::fromErrno(EEXIST, IOError::Operation::rename, from);
     File f = std::move(it->second);
     files_.erase(it);
     f.name = to.native();

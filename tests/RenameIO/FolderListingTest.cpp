@@ -44,7 +44,7 @@ TEST(FolderListing, FilesAreTheVisibleRegularFilesNamesAreEverything) {
   ASSERT_EQ(::mkfifo((dir.path() / "pipe.jpg").c_str(), 0644), 0);
 
   Result<std::vector<ListedFile>> files = FolderListing::files(dir.path());
-  ASSERT_TRUE(files.ok()) << files.error().message();
+  ASSERT_TRUE(files.ok()) << files.error().code;
   EXPECT_EQ(namesOf(files.value()), (std::vector<std::string>{"a.JPG", "b.ARW"}));
   EXPECT_EQ(files.value()[0].path, dir.path() / "a.JPG");
 
@@ -121,7 +121,7 @@ TEST(FolderListing, FoldersThatCannotBeReadGiveErrors) {
   ASSERT_FALSE(missing.ok());
   EXPECT_EQ(missing.error().code, ENOENT);
   EXPECT_EQ(missing.error().path, vanished);
-  EXPECT_NE(missing.error().message().find("“" + vanished.string() + "”"), std::string::npos);
+  EXPECT_EQ(missing.error().operation, IOError::Operation::openFolder);
   EXPECT_FALSE(FolderListing::names(vanished).ok());
 
   const fs::path file = dir.file("photo.jpg");

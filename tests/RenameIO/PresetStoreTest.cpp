@@ -33,7 +33,7 @@ TEST(PresetStore, SavesNeverOverwriteAnotherPresetOrAnUnreadableFile) {
   const PresetStore store(dir.path() / "Presets");
   // "Wedding/" and "Wedding:" are two presets with one file stem.
   const Result<std::filesystem::path> first = store.save(preset("Wedding/"));
-  ASSERT_TRUE(first.ok()) << first.error().message();
+  ASSERT_TRUE(first.ok()) << first.error().code;
   EXPECT_EQ(fileName(first.value()), "Wedding-.tessanepreset");
   EXPECT_EQ(fileName(store.save(preset("Wedding:")).value()), "Wedding- 2.tessanepreset");
   dir.file("Presets/Wedding- 3.tessanepreset", "{ not json");

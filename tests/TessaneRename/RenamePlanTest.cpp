@@ -166,6 +166,10 @@ TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
   EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {{"/card/.t-b.jpg", "/card/b.jpg"}}, {})),
             "Some files couldn’t go back to their names");
 
+  EXPECT_EQ(Messages::of(IOError::fromErrno(ENOENT, IOError::Operation::openFolder, "/card")),
+            "Couldn’t open the folder “/card”: No such file or directory");
+  EXPECT_EQ(Messages::notABodyTable("/x/photo.jpg"), "“photo.jpg” isn’t a table of camera bodies.");
+
   RecoveryReport report;
   report.batches.push_back(RecoveredBatch{Uuid::random(), 2, 0, {}, false});
   EXPECT_EQ(Messages::of(report),
