@@ -107,6 +107,10 @@ class PreparedBatch {
                                     const NamingContext&, DuplicatePolicy);
 };
 
+// The preview of a batch. Pure: it reads its arguments only, so it may run on any thread, several
+// at once (it spreads one batch over the cores itself). Requires: `request.folders` keys equal
+// the subjects' folder paths byte for byte; a folder without an entry counts as unlisted (its
+// rows are warned and no name already in it is checked). Never fails as a whole.
 RenamePreview buildPreview(const PreviewRequest& request);
 // The same with a stack compiled beforehand (the application keeps it while only files change).
 RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStack& stack);

@@ -71,6 +71,7 @@ struct NamingContext {
 };
 
 // A stack made ready for many runs: operations compiled, templates parsed, conditions prepared.
+// Immutable once made: apply may run from several threads at once.
 class CompiledRuleStack {
  public:
   explicit CompiledRuleStack(const RuleStack& stack);

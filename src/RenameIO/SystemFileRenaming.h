@@ -1,6 +1,9 @@
 // The seam between the renamer and the file system, so that the renamer's logic runs against a
 // fake one in tests. Everything the renamer, the crash journal and their recovery ask of the disk
 // goes through here.
+//
+// Threads: LinuxFileRenaming holds no state and may be used from several threads at once; the
+// tests' in-memory fake may not. Every call reports failure as a value and never throws.
 #pragma once
 
 #include <sys/types.h>
