@@ -9,6 +9,7 @@
 #include <chrono>
 #include <thread>
 
+#include "EventLoop.h"
 #include "FileContents.h"
 #include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
@@ -29,18 +30,7 @@ QCoreApplication& application() {
   return app;
 }
 
-// Runs the event loop until `done` holds, for at most ten seconds.
-template <typename Predicate>
-bool waitFor(Predicate done) {
-  QElapsedTimer timer;
-  timer.start();
-  while (!done()) {
-    if (timer.elapsed() > 10'000) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  return true;
-}
+using testing::waitFor;
 
 RuleStack formatStack(const std::string& templateText) {
   Counter counter;

@@ -25,6 +25,7 @@
 #include <map>
 #include <string>
 
+#include "EventLoop.h"
 #include "FileContents.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppContext.h"
@@ -50,17 +51,7 @@ QApplication& application() {
   return *app;
 }
 
-template <typename Predicate>
-bool waitFor(Predicate done) {
-  QElapsedTimer timer;
-  timer.start();
-  while (!done()) {
-    if (timer.elapsed() > 10'000) return false;
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-    QTest::qWait(1);
-  }
-  return true;
-}
+using testing::waitFor;
 
 class Window : public ::testing::Test {
  protected:
