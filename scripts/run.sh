@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Builds the tool and shows what it does.
+# Builds the application and the tool and shows what they do.
 #   scripts/run.sh          makes a demo shoot in a temporary folder (two cameras, one clock two
-#                           minutes behind, bursts, RAW twins, sidecars, a video), previews it,
+#                           minutes behind, bursts, RAW twins, sidecars, a video). With a display,
+#                           opens the application on it; without one, previews it with the tool,
 #                           renames it, shows the history and undoes the rename. Everything,
 #                           settings and history included, stays in a temporary home.
 #   scripts/run.sh FOLDER   previews new names for the files of FOLDER; nothing is renamed.
@@ -23,6 +24,15 @@ shoot="$home/Wedding"
 step() {
   if [ -t 1 ]; then printf '\n\033[1m$ %s\033[0m\n' "$*"; else printf '\n$ %s\n' "$*"; fi
 }
+
+if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] && [ -z "${TESSANE_DEMO_TOOL:-}" ]; then
+  "$tessane" demo "$shoot" >/dev/null
+  "$tessane" bodies set 3018842 --tag Z6 --offset +0:02:00 >/dev/null
+  "$tessane" bodies set ILCE-7RM5 --tag A7R >/dev/null
+  echo "Opening Tessane Rename on the demo shoot in $shoot (settings and history stay in $home)."
+  "$root/build/release/src/TessaneRename/app/tessane-rename" "$shoot"
+  exit 0
+fi
 
 step tessane demo "$shoot"
 "$tessane" demo "$shoot" | head -8
