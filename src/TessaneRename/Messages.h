@@ -2,6 +2,7 @@
 // same thing and the interface's translations reach all of them. Each goes through
 // QCoreApplication::translate (context "Messages"); with no translation installed the English
 // text is returned. Names are shown in curly quotes, with bytes that are not UTF-8 as U+FFFD.
+// Counts say "1 file renamed" and "2 files renamed": the singular is for one alone.
 #pragma once
 
 #include <cstdint>
