@@ -284,19 +284,19 @@
     </message>
     <message>
         <source>1 file back to its previous name</source>
-        <translation>1 file di nuovo col nome precedente</translation>
+        <translation>1 file riportato al nome precedente</translation>
     </message>
     <message>
         <source>%1 files back to their previous names</source>
-        <translation>%1 file di nuovo coi nomi precedenti</translation>
+        <translation>%1 file riportati ai nomi precedenti</translation>
     </message>
     <message>
         <source>1 file back to its original name</source>
-        <translation>1 file di nuovo col nome originale</translation>
+        <translation>1 file riportato al nome originale</translation>
     </message>
     <message>
         <source>%1 files back to their original names</source>
-        <translation>%1 file di nuovo coi nomi originali</translation>
+        <translation>%1 file riportati ai nomi originali</translation>
     </message>
     <message>
         <source>The name is too long</source>
@@ -577,6 +577,78 @@
     <message>
         <source>Some files couldn’t go back to their names</source>
         <translation>Alcuni file non sono potuti tornare ai loro nomi</translation>
+    </message>
+    <message>
+        <source>No such file or directory</source>
+        <translation>File o cartella inesistente</translation>
+    </message>
+    <message>
+        <source>Permission denied</source>
+        <translation>Permesso negato</translation>
+    </message>
+    <message>
+        <source>Operation not permitted</source>
+        <translation>Operazione non consentita</translation>
+    </message>
+    <message>
+        <source>File exists</source>
+        <translation>Il file esiste già</translation>
+    </message>
+    <message>
+        <source>No space left on device</source>
+        <translation>Spazio esaurito sul disco</translation>
+    </message>
+    <message>
+        <source>Disk quota exceeded</source>
+        <translation>Quota del disco superata</translation>
+    </message>
+    <message>
+        <source>Read-only file system</source>
+        <translation>Disco di sola lettura</translation>
+    </message>
+    <message>
+        <source>Device or resource busy</source>
+        <translation>Dispositivo o risorsa occupata</translation>
+    </message>
+    <message>
+        <source>Input/output error</source>
+        <translation>Errore di lettura o scrittura sul disco</translation>
+    </message>
+    <message>
+        <source>Not a directory</source>
+        <translation>Non è una cartella</translation>
+    </message>
+    <message>
+        <source>Is a directory</source>
+        <translation>È una cartella</translation>
+    </message>
+    <message>
+        <source>Directory not empty</source>
+        <translation>La cartella non è vuota</translation>
+    </message>
+    <message>
+        <source>File name too long</source>
+        <translation>Nome del file troppo lungo</translation>
+    </message>
+    <message>
+        <source>Invalid cross-device link</source>
+        <translation>Collegamento tra dischi diversi non valido</translation>
+    </message>
+    <message>
+        <source>Too many open files</source>
+        <translation>Troppi file aperti</translation>
+    </message>
+    <message>
+        <source>%1 was already in time</source>
+        <translation>%1 era già all’ora giusta</translation>
+    </message>
+    <message>
+        <source>%1 clock: %2</source>
+        <translation>Orologio di %1: %2</translation>
+    </message>
+    <message>
+        <source>The difference goes in Settings › Camera Bodies, where you can change it. The files aren’t changed.</source>
+        <translation>La differenza va in Impostazioni › Corpi macchina, dove puoi cambiarla. I file non vengono modificati.</translation>
     </message>
 </context>
 <context>

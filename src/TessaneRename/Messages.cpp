@@ -3,9 +3,12 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <cerrno>
 #include <cstring>
 #include <system_error>
+#include <utility>
 
+#include "RenameEngine/CameraBodies.h"
 #include "RenameEngine/Unicode.h"
 
 namespace tessane::Messages {
@@ -17,12 +20,38 @@ std::string translated(const char* text) {
 
 // A text with "%1" (and "%2") filled in.
 std::string translated(const char* text, std::string_view first, std::string_view second = {}) {
-  QString out = QCoreApplication::translate("Messages", text)
-                    .arg(QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size())));
-  if (std::strstr(text, "%2") != nullptr) {
-    out = out.arg(QString::fromUtf8(second.data(), static_cast<qsizetype>(second.size())));
-  }
-  return out.toStdString();
+  const auto q = [](std::string_view s) {
+    return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size()));
+  };
+  // Both at once, so that a name holding "%2" stays as it is.
+  const QString translation = QCoreApplication::translate("Messages", text);
+  if (std::strstr(text, "%2") != nullptr) return translation.arg(q(first), q(second)).toStdString();
+  return translation.arg(q(first)).toStdString();
+}
+
+// The system's reason for a failure, in the interface's language for the usual ones (the English
+// texts are the C library's own); any other in the C library's words.
+std::string reason(int code) {
+  static const std::pair<int, const char*> known[] = {
+      {ENOENT, QT_TRANSLATE_NOOP("Messages", "No such file or directory")},
+      {EACCES, QT_TRANSLATE_NOOP("Messages", "Permission denied")},
+      {EPERM, QT_TRANSLATE_NOOP("Messages", "Operation not permitted")},
+      {EEXIST, QT_TRANSLATE_NOOP("Messages", "File exists")},
+      {ENOSPC, QT_TRANSLATE_NOOP("Messages", "No space left on device")},
+      {EDQUOT, QT_TRANSLATE_NOOP("Messages", "Disk quota exceeded")},
+      {EROFS, QT_TRANSLATE_NOOP("Messages", "Read-only file system")},
+      {EBUSY, QT_TRANSLATE_NOOP("Messages", "Device or resource busy")},
+      {EIO, QT_TRANSLATE_NOOP("Messages", "Input/output error")},
+      {ENOTDIR, QT_TRANSLATE_NOOP("Messages", "Not a directory")},
+      {EISDIR, QT_TRANSLATE_NOOP("Messages", "Is a directory")},
+      {ENOTEMPTY, QT_TRANSLATE_NOOP("Messages", "Directory not empty")},
+      {ENAMETOOLONG, QT_TRANSLATE_NOOP("Messages", "File name too long")},
+      {EXDEV, QT_TRANSLATE_NOOP("Messages", "Invalid cross-device link")},
+      {EMFILE, QT_TRANSLATE_NOOP("Messages", "Too many open files")},
+  };
+  for (const auto& [knownCode, text] : known)
+    if (knownCode == code) return translated(text);
+  return std::generic_category().message(code);
 }
 
 std::string count(std::int64_t n) {
@@ -134,12 +163,12 @@ std::string of(const PresetError& e) {
 std::string of(const PresetStore::Failure& failure) {
   std::string text = nameOf(failure.file) + ": ";
   if (const auto* p = std::get_if<PresetError>(&failure.error)) return text.append(of(*p));
-  return text.append(std::generic_category().message(std::get<IOError>(failure.error).code));
+  return text.append(reason(std::get<IOError>(failure.error).code));
 }
 
 std::string of(const IOError& e) {
   const std::string path = Messages::quoted(e.path.native());
-  const std::string why = std::generic_category().message(e.code);
+  const std::string why = reason(e.code);
   using Op = IOError::Operation;
   switch (e.operation) {
     case Op::open:
@@ -275,7 +304,7 @@ std::string of(const ShootProblem& p) {
           QT_TRANSLATE_NOOP("Messages", "%1 isn’t a file or a folder that can be renamed."),
           Messages::quoted(p.path.native()));
     case ShootProblem::Kind::folderUnreadable:
-      return folderUnreadable(p.path) + " " + std::generic_category().message(p.code);
+      return folderUnreadable(p.path) + " " + reason(p.code);
     case ShootProblem::Kind::stopped:
       return translated(QT_TRANSLATE_NOOP("Messages", "Stopped: nothing was renamed."));
   }
@@ -378,6 +407,15 @@ std::string historyNotSaved() {
 std::string notABodyTable(const std::filesystem::path& file) {
   return translated(QT_TRANSLATE_NOOP("Messages", "%1 isn’t a table of camera bodies."),
                     nameOf(file));
+}
+std::string clockSynced(std::string_view body, double offset) {
+  if (offset == 0) return translated(QT_TRANSLATE_NOOP("Messages", "%1 was already in time"), body);
+  return translated(QT_TRANSLATE_NOOP("Messages", "%1 clock: %2"), body, formatClockOffset(offset));
+}
+std::string clockSyncNote() {
+  return translated(QT_TRANSLATE_NOOP("Messages",
+                                      "The difference goes in Settings › Camera Bodies, where you "
+                                      "can change it. The files aren’t changed."));
 }
 std::string foldersSelected(std::int64_t n) {
   return counted(n, QT_TRANSLATE_NOOP("Messages", "1 folder selected"),

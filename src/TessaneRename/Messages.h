@@ -58,6 +58,11 @@ std::string historyNotSaved();  // the batch was made, its record could not be w
 std::string foldersSelected(std::int64_t count);
 std::string notABodyTable(const std::filesystem::path& file);
 
+// The clock-sync card: "Z6 clock: +0:02:00", or "Z6 was already in time", for the body shown
+// as `body` (its tag, else its key); and the note under it.
+std::string clockSynced(std::string_view body, double offset);
+std::string clockSyncNote();
+
 // Toasts after a batch.
 std::string filesRenamed(std::int64_t count);
 std::string filesBackToPrevious(std::int64_t count);

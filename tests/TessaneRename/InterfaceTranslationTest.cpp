@@ -3,7 +3,10 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+#include <cerrno>
+
 #include "QtPrinting.h"
+#include "RenameEngine/CameraBodies.h"
 #include "TessaneRename/AppCommands.h"
 #include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/Messages.h"
@@ -49,6 +52,10 @@ TEST_F(Translation, ItalianReachesTheModelsTextsAndLeavesWithTheTranslation) {
     EXPECT_EQ(Messages::filesRenamed(12), "12 file rinominati");
     EXPECT_EQ(Messages::of(OperationIssue::unknownVariable("dtae")),
               "{dtae} non è un valore conosciuto");
+    // The system's usual reasons too, and a name's own "%2" stays as it is.
+    EXPECT_EQ(Messages::of(IOError{ENOENT, IOError::Operation::open, "/card/50%2.jpg"}),
+              "Impossibile aprire “/card/50%2.jpg”: File o cartella inesistente");
+    EXPECT_EQ(Messages::clockSynced("Z6", 120), "Orologio di Z6: +0:02:00");
     // Dates follow a language chosen by hand.
     EXPECT_EQ(QLocale().language(), QLocale::Italian);
   }
@@ -62,6 +69,12 @@ TEST_F(Translation, EnglishOnAnItalianSystemStaysEnglish) {
   EXPECT_EQ(english.languageCode(), "en");
   EXPECT_EQ(AppCommands::title(CommandID::rename), "Rename");
   EXPECT_EQ(Messages::filesRenamed(2), "2 files renamed");
+  // The model's English is the engine's, word for word.
+  EXPECT_EQ(Messages::clockSyncNote(), ClockSyncResult::kNote);
+  EXPECT_EQ(Messages::clockSynced("Z6", 120), "Z6 clock: +0:02:00");
+  EXPECT_EQ(Messages::clockSynced("Z6", 0), "Z6 was already in time");
+  EXPECT_EQ(Messages::of(IOError{EACCES, IOError::Operation::open, "/card"}),
+            "Couldn’t open “/card”: Permission denied");
 }
 
 }  // namespace
