@@ -239,7 +239,7 @@
     </message>
     <message>
         <source>No mail app could take the report: save it and send the file.</source>
-        <translation>Nessuna app di posta ha potuto prendere la segnalazione: salvala e invia il file.</translation>
+        <translation>Nessuna app di posta ha potuto ricevere la segnalazione: salvala e invia tu il file.</translation>
     </message>
     <message>
         <source>Report sent to your mail app</source>
@@ -250,7 +250,7 @@
     <name>CrashWatch</name>
     <message>
         <source>The previous run ended without quitting and left no crash details (it may have been stopped by the system).</source>
-        <translation>L’ultima volta l’app si è chiusa senza uscire normalmente e non ha lasciato dettagli sull’arresto (forse l’ha fermata il sistema).</translation>
+        <translation>L’ultima volta l’app si è interrotta senza essere chiusa e non ha lasciato dettagli sull’arresto (forse l’ha fermata il sistema).</translation>
     </message>
 </context>
 <context>
@@ -262,6 +262,13 @@
     <message>
         <source>There’s no Trash on this disk.</source>
         <translation>Su questo disco non c’è un cestino.</translation>
+    </message>
+</context>
+<context>
+    <name>InterfaceTranslation</name>
+    <message>
+        <source>System language</source>
+        <translation>Lingua del sistema</translation>
     </message>
 </context>
 <context>
@@ -714,7 +721,7 @@
     </message>
     <message>
         <source>Build</source>
-        <translation>Costruisci</translation>
+        <translation>Componi</translation>
     </message>
     <message>
         <source>Modify</source>
@@ -722,7 +729,7 @@
     </message>
     <message>
         <source>Tidy</source>
-        <translation>Riordina</translation>
+        <translation>Rifinisci</translation>
     </message>
     <message>
         <source>A new name from date, body, text, counter and metadata</source>

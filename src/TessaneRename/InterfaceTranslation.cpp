@@ -23,6 +23,18 @@ QString InterfaceTranslation::languageCodeFor(AppLanguage language, const QLocal
   return QStringLiteral("en");
 }
 
+QString InterfaceTranslation::title(AppLanguage language) {
+  switch (language) {
+    case AppLanguage::system:
+      return QCoreApplication::translate("InterfaceTranslation", "System language");
+    case AppLanguage::english:
+      return QStringLiteral("English");
+    case AppLanguage::italian:
+      return QStringLiteral("Italiano");
+  }
+  return {};
+}
+
 InterfaceTranslation::InterfaceTranslation(AppLanguage language, const QLocale& system)
     : code_(languageCodeFor(language, system)), previousDefault_(QLocale()) {
   if (language != AppLanguage::system && system.language() != QLocale(code_).language()) {

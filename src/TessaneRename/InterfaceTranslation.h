@@ -34,6 +34,9 @@ class InterfaceTranslation {
 
   // The language `language` stands for on a system with `system`'s locale.
   static QString languageCodeFor(AppLanguage language, const QLocale& system);
+  // The choice as the settings list it: "System language" in the interface's language, each
+  // language in its own ("English", "Italiano"), so that it can be found whatever is showing.
+  static QString title(AppLanguage language);
 
  private:
   QString code_;

@@ -56,6 +56,8 @@ TEST_F(Translation, ItalianReachesTheModelsTextsAndLeavesWithTheTranslation) {
     EXPECT_EQ(Messages::of(IOError{ENOENT, IOError::Operation::open, "/card/50%2.jpg"}),
               "Impossibile aprire “/card/50%2.jpg”: File o cartella inesistente");
     EXPECT_EQ(Messages::clockSynced("Z6", 120), "Orologio di Z6: +0:02:00");
+    EXPECT_EQ(InterfaceTranslation::title(AppLanguage::system), "Lingua del sistema");
+    EXPECT_EQ(InterfaceTranslation::title(AppLanguage::english), "English");
     // Dates follow a language chosen by hand.
     EXPECT_EQ(QLocale().language(), QLocale::Italian);
   }
