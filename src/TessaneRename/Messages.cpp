@@ -14,6 +14,8 @@
 namespace tessane::Messages {
 namespace {
 
+// Every text below is marked QT_TRANSLATE_NOOP("Messages", …) where it is written: lupdate can't
+// tell the context of a free function's call, and finds the texts by the mark.
 std::string translated(const char* text) {
   return QCoreApplication::translate("Messages", text).toStdString();
 }
