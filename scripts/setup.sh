@@ -6,7 +6,7 @@ packages=(
   cmake ninja-build g++ pkg-config clang-format-14
   libicu-dev nlohmann-json3-dev
   libexiv2-dev libavformat-dev libtag1-dev libpoppler-cpp-dev
-  qt6-base-dev
+  qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
   exfatprogs exfat-fuse
   dbus-daemon

@@ -1,5 +1,5 @@
 // The interface language, stored for the next start ("appLanguage": "en" or "it"; absent means
-// the system's). The translations themselves come with the windows.
+// the system's). InterfaceTranslation installs the language it stands for at start.
 #pragma once
 
 #include <optional>

@@ -3,30 +3,67 @@
 #include <QCoreApplication>
 #include <QString>
 
+#include <cerrno>
 #include <cstring>
 #include <system_error>
+#include <utility>
 
+#include "RenameEngine/CameraBodies.h"
 #include "RenameEngine/Unicode.h"
 
 namespace tessane::Messages {
 namespace {
 
-std::string tr(const char* text) {
+// Every text below is marked QT_TRANSLATE_NOOP("Messages", …) where it is written: lupdate can't
+// tell the context of a free function's call, and finds the texts by the mark.
+std::string translated(const char* text) {
   return QCoreApplication::translate("Messages", text).toStdString();
 }
 
 // A text with "%1" (and "%2") filled in.
-std::string tr(const char* text, std::string_view first, std::string_view second = {}) {
-  QString out = QCoreApplication::translate("Messages", text)
-                    .arg(QString::fromUtf8(first.data(), static_cast<qsizetype>(first.size())));
-  if (std::strstr(text, "%2") != nullptr) {
-    out = out.arg(QString::fromUtf8(second.data(), static_cast<qsizetype>(second.size())));
-  }
-  return out.toStdString();
+std::string translated(const char* text, std::string_view first, std::string_view second = {}) {
+  const auto q = [](std::string_view s) {
+    return QString::fromUtf8(s.data(), static_cast<qsizetype>(s.size()));
+  };
+  // Both at once, so that a name holding "%2" stays as it is.
+  const QString translation = QCoreApplication::translate("Messages", text);
+  if (std::strstr(text, "%2") != nullptr) return translation.arg(q(first), q(second)).toStdString();
+  return translation.arg(q(first)).toStdString();
+}
+
+// The system's reason for a failure, in the interface's language for the usual ones (the English
+// texts are the C library's own); any other in the C library's words.
+std::string reason(int code) {
+  static const std::pair<int, const char*> known[] = {
+      {ENOENT, QT_TRANSLATE_NOOP("Messages", "No such file or directory")},
+      {EACCES, QT_TRANSLATE_NOOP("Messages", "Permission denied")},
+      {EPERM, QT_TRANSLATE_NOOP("Messages", "Operation not permitted")},
+      {EEXIST, QT_TRANSLATE_NOOP("Messages", "File exists")},
+      {ENOSPC, QT_TRANSLATE_NOOP("Messages", "No space left on device")},
+      {EDQUOT, QT_TRANSLATE_NOOP("Messages", "Disk quota exceeded")},
+      {EROFS, QT_TRANSLATE_NOOP("Messages", "Read-only file system")},
+      {EBUSY, QT_TRANSLATE_NOOP("Messages", "Device or resource busy")},
+      {EIO, QT_TRANSLATE_NOOP("Messages", "Input/output error")},
+      {ENOTDIR, QT_TRANSLATE_NOOP("Messages", "Not a directory")},
+      {EISDIR, QT_TRANSLATE_NOOP("Messages", "Is a directory")},
+      {ENOTEMPTY, QT_TRANSLATE_NOOP("Messages", "Directory not empty")},
+      {ENAMETOOLONG, QT_TRANSLATE_NOOP("Messages", "File name too long")},
+      {EXDEV, QT_TRANSLATE_NOOP("Messages", "Invalid cross-device link")},
+      {EMFILE, QT_TRANSLATE_NOOP("Messages", "Too many open files")},
+  };
+  for (const auto& [knownCode, text] : known)
+    if (knownCode == code) return translated(text);
+  return std::generic_category().message(code);
 }
 
 std::string count(std::int64_t n) {
   return std::to_string(n);
+}
+
+// "1 file" or "%1 files". English and Italian both take the singular for one alone and the plural
+// for every other count, zero included, so the form is chosen here and each one is translated.
+std::string counted(std::int64_t n, const char* one, const char* many) {
+  return n == 1 ? translated(one) : translated(many, count(n));
 }
 
 std::string nameOf(const std::filesystem::path& path) {
@@ -44,17 +81,19 @@ std::string quoted(std::string_view name) {
 std::string of(const NameError& e) {
   switch (e.kind()) {
     case NameError::Case::tooLong:
-      return tr("The name is too long");
+      return translated(QT_TRANSLATE_NOOP("Messages", "The name is too long"));
     case NameError::Case::existingFile:
-      return tr("There’s already %1 in the folder", Messages::quoted(e.name()));
+      return translated(QT_TRANSLATE_NOOP("Messages", "There’s already %1 in the folder"),
+                        Messages::quoted(e.name()));
     case NameError::Case::empty:
-      return tr("The name is empty");
+      return translated(QT_TRANSLATE_NOOP("Messages", "The name is empty"));
     case NameError::Case::startsWithDot:
-      return tr("The name can’t start with a dot");
+      return translated(QT_TRANSLATE_NOOP("Messages", "The name can’t start with a dot"));
     case NameError::Case::invalidCharacters:
-      return tr("The name contains characters that aren’t allowed (/ :)");
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "The name contains characters that aren’t allowed (/ :)"));
     case NameError::Case::duplicateInBatch:
-      return tr("Same name as another file in the batch");
+      return translated(QT_TRANSLATE_NOOP("Messages", "Same name as another file in the batch"));
   }
   return {};
 }
@@ -63,22 +102,29 @@ std::string of(const OperationIssue& issue, std::string_view missingText) {
   const std::string variable = "{" + issue.variable() + "}";
   switch (issue.kind()) {
     case OperationIssue::Case::invalidPattern:
-      return tr("The regular expression isn’t valid");
+      return translated(QT_TRANSLATE_NOOP("Messages", "The regular expression isn’t valid"));
     case OperationIssue::Case::protectedBlock:
-      return tr("A locked part of the name was left as it is");
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "A locked part of the name was left as it is"));
     case OperationIssue::Case::counterOverflow:
-      return tr("The counter went past its limit");
+      return translated(QT_TRANSLATE_NOOP("Messages", "The counter went past its limit"));
     case OperationIssue::Case::missingVariable:
-      if (missingText.empty()) return tr("%1 is missing: nothing goes in its place", variable);
-      return tr("%1 is missing: %2 goes in its place", variable, Messages::quoted(missingText));
+      if (missingText.empty())
+        return translated(QT_TRANSLATE_NOOP("Messages", "%1 is missing: nothing goes in its place"),
+                          variable);
+      return translated(QT_TRANSLATE_NOOP("Messages", "%1 is missing: %2 goes in its place"),
+                        variable, Messages::quoted(missingText));
     case OperationIssue::Case::unknownVariable:
-      return tr("%1 isn’t a known value", variable);
+      return translated(QT_TRANSLATE_NOOP("Messages", "%1 isn’t a known value"), variable);
     case OperationIssue::Case::invalidFormat:
-      return tr("The format doesn’t apply to %1: the plain value is used", variable);
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "The format doesn’t apply to %1: the plain value is used"),
+          variable);
     case OperationIssue::Case::invalidTemplate:
-      return tr("A “{” has no closing “}”");
+      return translated(QT_TRANSLATE_NOOP("Messages", "A “{” has no closing “}”"));
     case OperationIssue::Case::patternTooSlow:
-      return tr("The regular expression takes too long on this name: it was left as it is");
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages", "The regular expression takes too long on this name: it was left as it is"));
   }
   return {};
 }
@@ -93,64 +139,77 @@ std::string of(const PreviewWarning& w, std::string_view missingText) {
         if (!names.empty()) names.append(", ");
         names.append(Messages::quoted(twin));
       }
-      return tr("%1 is outside the batch: it won’t be renamed", names);
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "%1 is outside the batch: it won’t be renamed"), names);
     }
     case PreviewWarning::Kind::folderNotListed:
-      return tr("Can’t read the folder: existing names weren’t checked");
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "Can’t read the folder: existing names weren’t checked"));
   }
   return {};
 }
 
 std::string of(const PresetError& e) {
   if (e.kind() == PresetError::Case::unsupportedVersion) {
-    return tr("This preset was made by a newer version of Tessane Rename (format %1)",
-              count(e.version()));
+    return translated(
+        QT_TRANSLATE_NOOP("Messages",
+                          "This preset was made by a newer version of Tessane Rename (format %1)"),
+        count(e.version()));
   }
-  if (e.detail().empty()) return tr("This file isn’t a preset that can be read");
-  return tr("This file isn’t a preset that can be read: %1", e.detail());
+  if (e.detail().empty())
+    return translated(QT_TRANSLATE_NOOP("Messages", "This file isn’t a preset that can be read"));
+  return translated(QT_TRANSLATE_NOOP("Messages", "This file isn’t a preset that can be read: %1"),
+                    e.detail());
 }
 
 std::string of(const PresetStore::Failure& failure) {
   std::string text = nameOf(failure.file) + ": ";
   if (const auto* p = std::get_if<PresetError>(&failure.error)) return text.append(of(*p));
-  return text.append(std::generic_category().message(std::get<IOError>(failure.error).code));
+  return text.append(reason(std::get<IOError>(failure.error).code));
 }
 
 std::string of(const IOError& e) {
   const std::string path = Messages::quoted(e.path.native());
-  const std::string why = std::generic_category().message(e.code);
+  const std::string why = reason(e.code);
   using Op = IOError::Operation;
   switch (e.operation) {
     case Op::open:
-      return tr("Couldn’t open %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t open %1: %2"), path, why);
     case Op::create:
-      return tr("Couldn’t create %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t create %1: %2"), path, why);
     case Op::createFolder:
-      return tr("Couldn’t create the folder %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t create the folder %1: %2"), path,
+                        why);
     case Op::openFolder:
-      return tr("Couldn’t open the folder %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t open the folder %1: %2"), path,
+                        why);
     case Op::readFolder:
-      return tr("Couldn’t read the folder %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t read the folder %1: %2"), path,
+                        why);
     case Op::write:
-      return tr("Couldn’t write %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t write %1: %2"), path, why);
     case Op::flush:
-      return tr("Couldn’t write %1 to the disk: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t write %1 to the disk: %2"), path,
+                        why);
     case Op::replace:
-      return tr("Couldn’t replace %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t replace %1: %2"), path, why);
     case Op::rename:
-      return tr("Couldn’t rename %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t rename %1: %2"), path, why);
     case Op::remove:
-      return tr("Couldn’t remove %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t remove %1: %2"), path, why);
     case Op::lock:
-      return tr("Couldn’t lock %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t lock %1: %2"), path, why);
     case Op::find:
-      return tr("Couldn’t find %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t find %1: %2"), path, why);
     case Op::readPreset:
-      return tr("Couldn’t read the preset %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t read the preset %1: %2"), path,
+                        why);
     case Op::savePreset:
-      return tr("Couldn’t save the preset %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t save the preset %1: %2"), path,
+                        why);
     case Op::deletePreset:
-      return tr("Couldn’t delete the preset %1: %2", path, why);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t delete the preset %1: %2"), path,
+                        why);
   }
   return {};
 }
@@ -158,20 +217,29 @@ std::string of(const IOError& e) {
 std::string of(const SafeRenameError& e) {
   switch (e.kind) {
     case SafeRenameError::Case::sourceMissing:
-      return tr("%1 is no longer in the folder.", nameOf(e.url));
+      return translated(QT_TRANSLATE_NOOP("Messages", "%1 is no longer in the folder."),
+                        nameOf(e.url));
     case SafeRenameError::Case::notSameFolder:
-      return tr("Couldn’t rename %1.", nameOf(e.move.source));
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t rename %1."),
+                        nameOf(e.move.source));
     case SafeRenameError::Case::duplicateDestination:
-      return tr("Two files would be called %1.", nameOf(e.url));
+      return translated(QT_TRANSLATE_NOOP("Messages", "Two files would be called %1."),
+                        nameOf(e.url));
     case SafeRenameError::Case::destinationExists:
-      return tr("There’s already a file called %1 in the folder. Rename or move it and try again.",
-                nameOf(e.url));
+      return translated(
+          QT_TRANSLATE_NOOP(
+              "Messages",
+              "There’s already a file called %1 in the folder. Rename or move it and try again."),
+          nameOf(e.url));
     case SafeRenameError::Case::failed:
       break;
   }
   if (!e.stranded.empty()) return someFilesStuck();
-  return tr("Couldn’t rename %1. It may be in use by another app: close it and try again.",
-            nameOf(e.url));
+  return translated(
+      QT_TRANSLATE_NOOP(
+          "Messages",
+          "Couldn’t rename %1. It may be in use by another app: close it and try again."),
+      nameOf(e.url));
 }
 
 std::string of(const BatchRunner::Failure& failure) {
@@ -179,9 +247,10 @@ std::string of(const BatchRunner::Failure& failure) {
     case BatchRunner::Failure::Kind::renamer:
       return of(failure.error);
     case BatchRunner::Failure::Kind::unknownEntry:
-      return tr("That rename is no longer in the history.");
+      return translated(QT_TRANSLATE_NOOP("Messages", "That rename is no longer in the history."));
     case BatchRunner::Failure::Kind::alreadyReverted:
-      return tr("These files are already back to the names they had before this rename.");
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages", "These files are already back to the names they had before this rename."));
   }
   return {};
 }
@@ -190,15 +259,21 @@ std::string of(const PlanProblem& p) {
   using Kind = PlanProblem::Kind;
   switch (p.kind) {
     case Kind::noRules:
-      return tr("Give the new names with a template or a preset.");
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "Give the new names with a template or a preset."));
     case Kind::unknownZone:
-      return tr("“%1” isn’t a time zone (try Europe/Rome or UTC).", p.text);
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "“%1” isn’t a time zone (try Europe/Rome or UTC)."),
+          p.text);
     case Kind::presetListing:
-      return tr("Couldn’t read the presets.") + " " + of(p.io);
+      return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t read the presets.")) + " " +
+             of(p.io);
     case Kind::presetNotFound:
-      return tr("There’s no preset named %1.", Messages::quoted(p.text));
+      return translated(QT_TRANSLATE_NOOP("Messages", "There’s no preset named %1."),
+                        Messages::quoted(p.text));
     case Kind::presetUnreadable:
-      return p.preset ? of(*p.preset) : tr("Couldn’t read the presets.");
+      return p.preset ? of(*p.preset)
+                      : translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t read the presets."));
     case Kind::shoot:
       return p.shoot ? of(*p.shoot) : std::string();
     case Kind::nothingToRename:
@@ -208,11 +283,15 @@ std::string of(const PlanProblem& p) {
     case Kind::noOriginalNames:
       return alreadyOriginalNames();
     case Kind::unknownEntry:
-      return tr("There’s no rename %1 in the history.", Messages::quoted(p.text));
+      return translated(QT_TRANSLATE_NOOP("Messages", "There’s no rename %1 in the history."),
+                        Messages::quoted(p.text));
     case Kind::ambiguousEntry:
-      return tr("%1 names more than one rename; give more of its id.", Messages::quoted(p.text));
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "%1 names more than one rename; give more of its id."),
+          Messages::quoted(p.text));
     case Kind::alreadyReverted:
-      return tr("These files are already back to the names they had before this rename.");
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages", "These files are already back to the names they had before this rename."));
   }
   return {};
 }
@@ -220,14 +299,16 @@ std::string of(const PlanProblem& p) {
 std::string of(const ShootProblem& p) {
   switch (p.kind) {
     case ShootProblem::Kind::pathMissing:
-      return tr("%1 doesn’t exist.", Messages::quoted(p.path.native()));
+      return translated(QT_TRANSLATE_NOOP("Messages", "%1 doesn’t exist."),
+                        Messages::quoted(p.path.native()));
     case ShootProblem::Kind::notRenamable:
-      return tr("%1 isn’t a file or a folder that can be renamed.",
-                Messages::quoted(p.path.native()));
+      return translated(
+          QT_TRANSLATE_NOOP("Messages", "%1 isn’t a file or a folder that can be renamed."),
+          Messages::quoted(p.path.native()));
     case ShootProblem::Kind::folderUnreadable:
-      return folderUnreadable(p.path) + " " + std::generic_category().message(p.code);
+      return folderUnreadable(p.path) + " " + reason(p.code);
     case ShootProblem::Kind::stopped:
-      return tr("Stopped: nothing was renamed.");
+      return translated(QT_TRANSLATE_NOOP("Messages", "Stopped: nothing was renamed."));
   }
   return {};
 }
@@ -235,8 +316,10 @@ std::string of(const ShootProblem& p) {
 std::string of(const ShootNotice& n) {
   switch (n.kind) {
     case ShootNotice::Kind::nameNotText:
-      return tr("%1: This file’s name can’t be read as text, so it won’t be renamed",
-                Messages::quoted(n.path.filename().native()));
+      return translated(
+          QT_TRANSLATE_NOOP("Messages",
+                            "%1: This file’s name can’t be read as text, so it won’t be renamed"),
+          Messages::quoted(n.path.filename().native()));
     case ShootNotice::Kind::readerUnavailable:
       return n.text;
   }
@@ -248,85 +331,115 @@ std::string of(const RecoveryReport& report) {
   for (const RecoveredBatch& b : report.batches) {
     const std::size_t home = b.putBack + b.alreadyHome;
     if (b.notPutBack.empty()) {
-      out.append(home == 1 ? tr("A rename was interrupted; its file is back at the name it had "
-                                "before it.")
-                           : tr("A rename was interrupted; its %1 files are back at the names "
-                                "they had before it.",
-                                count(static_cast<std::int64_t>(home))))
+      out.append(home == 1 ? translated(QT_TRANSLATE_NOOP(
+                                 "Messages",
+                                 "A rename was interrupted; its file is back at the name it had "
+                                 "before it."))
+                           : translated(
+                                 QT_TRANSLATE_NOOP(
+                                     "Messages",
+                                     "A rename was interrupted; its %1 files are back at the names "
+                                     "they had before it."),
+                                 count(static_cast<std::int64_t>(home))))
           .append("\n");
       continue;
     }
-    out.append(tr("A rename was interrupted and not every file could be put back (%1 of %2 are "
-                  "back). Another try is made at the next start.",
-                  count(static_cast<std::int64_t>(home)),
-                  count(static_cast<std::int64_t>(home + b.notPutBack.size()))))
+    out
+        .append(translated(
+            QT_TRANSLATE_NOOP(
+                "Messages",
+                "A rename was interrupted and not every file could be put back (%1 of %2 are "
+                "back). Another try is made at the next start."),
+            count(static_cast<std::int64_t>(home)),
+            count(static_cast<std::int64_t>(home + b.notPutBack.size()))))
         .append("\n");
     for (const FileMove& m : b.notPutBack) {
       const std::string where = Messages::quoted(m.destination.native());
       out.append("  ")
-          .append(m.source.empty() ? tr("%1 can’t be found.", where)
-                                   : tr("%1 is still called %2.", where,
-                                        Messages::quoted(m.source.filename().native())))
+          .append(m.source.empty()
+                      ? translated(QT_TRANSLATE_NOOP("Messages", "%1 can’t be found."), where)
+                      : translated(QT_TRANSLATE_NOOP("Messages", "%1 is still called %2."), where,
+                                   Messages::quoted(m.source.filename().native())))
           .append("\n");
     }
   }
   for (const std::filesystem::path& p : report.unreadableJournals) {
-    out.append(tr("The record of an interrupted rename can’t be read: %1.",
-                  Messages::quoted(p.native())))
+    out.append(translated(QT_TRANSLATE_NOOP(
+                              "Messages", "The record of an interrupted rename can’t be read: %1."),
+                          Messages::quoted(p.native())))
         .append("\n");
   }
   return out;
 }
 
 std::string dropSomething() {
-  return tr("Drop a folder or some files.");
+  return translated(QT_TRANSLATE_NOOP("Messages", "Drop a folder or some files."));
 }
 std::string folderUnreadable(const std::filesystem::path& folder) {
-  return tr("Couldn’t open the folder %1.", nameOf(folder));
+  return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t open the folder %1."), nameOf(folder));
 }
 std::string folderAccessPrompt(const std::filesystem::path& folder) {
-  return tr("To see all the photos in %1, let Tessane Rename open the folder.", nameOf(folder));
+  return translated(
+      QT_TRANSLATE_NOOP("Messages",
+                        "To see all the photos in %1, let Tessane Rename open the folder."),
+      nameOf(folder));
 }
 std::string nothingToRename() {
-  return tr("There’s nothing to rename.");
+  return translated(QT_TRANSLATE_NOOP("Messages", "There’s nothing to rename."));
 }
 std::string fixErrorsFirst() {
-  return tr("Fix the errors before renaming.");
+  return translated(QT_TRANSLATE_NOOP("Messages", "Fix the errors before renaming."));
 }
 std::string nothingToUndo() {
-  return tr("There’s nothing to undo.");
+  return translated(QT_TRANSLATE_NOOP("Messages", "There’s nothing to undo."));
 }
 std::string alreadyOriginalNames() {
-  return tr("These files already have their original names.");
+  return translated(
+      QT_TRANSLATE_NOOP("Messages", "These files already have their original names."));
 }
 std::string addFolderToGoBack() {
-  return tr("Add the folder to the list to go back.");
+  return translated(QT_TRANSLATE_NOOP("Messages", "Add the folder to the list to go back."));
 }
 std::string historyNotSaved() {
-  return tr(
+  return translated(QT_TRANSLATE_NOOP(
+      "Messages",
       "The files were renamed, but the history couldn’t be saved (is the disk full?). Until it "
-      "can be, their batch is kept aside: the next start puts the files back to their names.");
+      "can be, their batch is kept aside: the next start puts the files back to their names."));
 }
 std::string notABodyTable(const std::filesystem::path& file) {
-  return tr("%1 isn’t a table of camera bodies.", nameOf(file));
+  return translated(QT_TRANSLATE_NOOP("Messages", "%1 isn’t a table of camera bodies."),
+                    nameOf(file));
+}
+std::string clockSynced(std::string_view body, double offset) {
+  if (offset == 0) return translated(QT_TRANSLATE_NOOP("Messages", "%1 was already in time"), body);
+  return translated(QT_TRANSLATE_NOOP("Messages", "%1 clock: %2"), body, formatClockOffset(offset));
+}
+std::string clockSyncNote() {
+  return translated(QT_TRANSLATE_NOOP("Messages",
+                                      "The difference goes in Settings › Camera Bodies, where you "
+                                      "can change it. The files aren’t changed."));
 }
 std::string foldersSelected(std::int64_t n) {
-  return tr("%1 folders selected", count(n));
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "1 folder selected"),
+                 QT_TRANSLATE_NOOP("Messages", "%1 folders selected"));
 }
 std::string filesRenamed(std::int64_t n) {
-  return tr("%1 files renamed", count(n));
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "1 file renamed"),
+                 QT_TRANSLATE_NOOP("Messages", "%1 files renamed"));
 }
 std::string filesBackToPrevious(std::int64_t n) {
-  return tr("%1 files back to their previous names", count(n));
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "1 file back to its previous name"),
+                 QT_TRANSLATE_NOOP("Messages", "%1 files back to their previous names"));
 }
 std::string filesBackToOriginal(std::int64_t n) {
-  return tr("%1 files back to their original names", count(n));
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "1 file back to its original name"),
+                 QT_TRANSLATE_NOOP("Messages", "%1 files back to their original names"));
 }
 std::string noFileChanged() {
-  return tr("No file was changed");
+  return translated(QT_TRANSLATE_NOOP("Messages", "No file was changed"));
 }
 std::string someFilesStuck() {
-  return tr("Some files couldn’t go back to their names");
+  return translated(QT_TRANSLATE_NOOP("Messages", "Some files couldn’t go back to their names"));
 }
 
 }  // namespace tessane::Messages

@@ -2,6 +2,7 @@
 // same thing and the interface's translations reach all of them. Each goes through
 // QCoreApplication::translate (context "Messages"); with no translation installed the English
 // text is returned. Names are shown in curly quotes, with bytes that are not UTF-8 as U+FFFD.
+// Counts say "1 file renamed" and "2 files renamed": the singular is for one alone.
 #pragma once
 
 #include <cstdint>
@@ -56,6 +57,11 @@ std::string addFolderToGoBack();
 std::string historyNotSaved();  // the batch was made, its record could not be written
 std::string foldersSelected(std::int64_t count);
 std::string notABodyTable(const std::filesystem::path& file);
+
+// The clock-sync card: "Z6 clock: +0:02:00", or "Z6 was already in time", for the body shown
+// as `body` (its tag, else its key); and the note under it.
+std::string clockSynced(std::string_view body, double offset);
+std::string clockSyncNote();
 
 // Toasts after a batch.
 std::string filesRenamed(std::int64_t count);

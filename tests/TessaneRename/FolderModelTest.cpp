@@ -162,7 +162,7 @@ TEST_F(Model, OpeningCountsEachPlaceOnceAndDroppedFilesAloneAreRenamed) {
   EXPECT_EQ(model_->checked().size(), 1u);
   model_->rename();
   ASSERT_TRUE(settled());
-  EXPECT_EQ(toast(), "1 files renamed");
+  EXPECT_EQ(toast(), "1 file renamed");
   EXPECT_TRUE(fs::exists(photos_.path() / "a.jpg"));
 
   // Going back needs the entry's folder in the list.
@@ -206,7 +206,7 @@ TEST_F(Model, RestoreOriginalNames) {
   ASSERT_TRUE(waitFor([&] { return model_->files().front().originalName.has_value(); }));
   model_->restoreOriginalNames();
   ASSERT_TRUE(settled());
-  EXPECT_EQ(toast(), "1 files back to their original names");
+  EXPECT_EQ(toast(), "1 file back to its original name");
   EXPECT_EQ(folderContents(photos_.path()),
             (std::map<std::string, std::string>{{"DSC_0001.JPG", "a"}}));
   EXPECT_EQ(model_->history().entries().front().kind, RenameHistory::Kind::restoreOriginals);

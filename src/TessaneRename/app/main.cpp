@@ -9,6 +9,7 @@
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/Windows/MainWindow.h"
 
 int main(int argc, char** argv) {
@@ -18,6 +19,8 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(TESSANE_VERSION);
 
   tessane::AppContext app;
+  // The interface speaks the chosen language from the first text on.
+  const tessane::InterfaceTranslation language(tessane::storedLanguage(app.settings()));
   // First of all: put back any batch that a killed run left half done.
   const tessane::RecoveryReport recovery = app.start();
   const std::unique_ptr<tessane::DesktopServices> desktop = tessane::systemDesktopServices();
