@@ -329,4 +329,20 @@ std::string someFilesStuck() {
   return tr("Some files couldn’t go back to their names");
 }
 
+std::string updateAvailable(std::string_view version, std::string_view current) {
+  return tr("Tessane Rename %1 is available. You have %2.", version, current);
+}
+std::string upToDate(std::string_view current) {
+  return tr("Tessane Rename %1 is the newest version.", current);
+}
+std::string updateCheckFailed(std::string_view reason) {
+  return tr("Couldn’t check for updates: %1", reason);
+}
+std::string updateServerTooSlow() {
+  return tr("the server took too long to answer");
+}
+std::string updateFeedUnreadable() {
+  return tr("the update information can’t be read");
+}
+
 }  // namespace tessane::Messages
