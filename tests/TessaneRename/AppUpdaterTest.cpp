@@ -3,14 +3,13 @@
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QSettings>
-#include <QTcpServer>
-#include <QTcpSocket>
 
 #include <memory>
 #include <optional>
 #include <vector>
 
 #include "EventLoop.h"
+#include "FeedServer.h"
 #include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppUpdater.h"
@@ -18,6 +17,7 @@
 namespace tessane {
 namespace {
 
+using testing::FeedServer;
 using testing::TempFolder;
 using testing::waitFor;
 using Outcome = UpdateCheckResult::Outcome;
@@ -28,40 +28,6 @@ void needApplication() {
   static char* argv[] = {name, nullptr};
   if (QCoreApplication::instance() == nullptr) new QCoreApplication(argc, argv);
 }
-
-// A version feed served over HTTP on the loopback interface. Silent, it takes the request and
-// never answers; closed, nothing listens on its port.
-class FeedServer {
- public:
-  enum class Mode { answers, silent, closed };
-
-  explicit FeedServer(QByteArray body, Mode mode = Mode::answers) : body_(std::move(body)) {
-    server_.listen(QHostAddress::LocalHost, 0);
-    port_ = server_.serverPort();
-    if (mode == Mode::closed) server_.close();
-    QObject::connect(&server_, &QTcpServer::newConnection, [this, mode] {
-      while (QTcpSocket* socket = server_.nextPendingConnection()) {
-        ++requests;
-        if (mode == Mode::silent) continue;
-        QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] {
-          request_ += socket->readAll();
-          if (!request_.contains("\r\n\r\n")) return;
-          socket->write("HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " +
-                        QByteArray::number(body_.size()) + "\r\nConnection: close\r\n\r\n" + body_);
-          socket->disconnectFromHost();
-        });
-      }
-    });
-  }
-
-  QUrl url() const { return QUrl(QString("http://127.0.0.1:%1/updates.json").arg(port_)); }
-  int requests = 0;
-
- private:
-  QTcpServer server_;
-  QByteArray body_, request_;
-  quint16 port_ = 0;
-};
 
 class AppUpdaterTest : public ::testing::Test {
  protected:
