@@ -30,6 +30,10 @@ done
 
 mv "$modules" "$away"
 run_tool "$prefix/bin/tessane" "$work" "$version"
+# The application opens a window, so it is not started here; its libraries must all resolve.
+if ldd "$prefix/bin/tessane-rename" | grep -q 'not found'; then
+  fail "tessane-rename lacks libraries: $(ldd "$prefix/bin/tessane-rename" | grep 'not found')"
+fi
 mv "$away" "$modules"
 
 desktop-file-validate "$prefix/share/applications/app.tessane.Rename.desktop" ||
