@@ -15,6 +15,7 @@ namespace tessane {
 namespace {
 
 constexpr qint64 kMostFeedBytes = 1024 * 1024;
+constexpr const char* kTooLarge = "tooLarge";  // a property of the reply that was cut short
 constexpr auto kDay = std::chrono::hours(24);
 constexpr auto kLookAgain = std::chrono::hours(1);
 constexpr auto kFirstLook = std::chrono::seconds(20);  // after start-up, not during it
@@ -122,7 +123,10 @@ void AppUpdater::check(bool manual) {
   request.setTransferTimeout(static_cast<int>(timeout_.count()));
   reply_ = network_->get(request);
   connect(reply_, &QNetworkReply::downloadProgress, this, [this](qint64 received, qint64) {
-    if (received > kMostFeedBytes) reply_->abort();
+    if (received > kMostFeedBytes) {
+      reply_->setProperty(kTooLarge, true);
+      reply_->abort();
+    }
   });
   connect(reply_, &QNetworkReply::finished, this, [this, manual] { finished(manual); });
   // The transfer timeout restarts whenever bytes arrive: a feed that trickles in is cut here.
@@ -139,7 +143,10 @@ void AppUpdater::finished(bool manual) {
   UpdateCheckResult result;
   result.manual = manual;
   const QNetworkReply::NetworkError error = reply->error();
-  if (error == QNetworkReply::OperationCanceledError || error == QNetworkReply::TimeoutError) {
+  if (reply->property(kTooLarge).toBool()) {
+    result.message = text(Messages::updateCheckFailed(Messages::updateFeedUnreadable()));
+  } else if (error == QNetworkReply::OperationCanceledError ||
+             error == QNetworkReply::TimeoutError) {
     result.message = text(Messages::updateCheckFailed(Messages::updateServerTooSlow()));
   } else if (error != QNetworkReply::NoError) {
     result.message = text(Messages::updateCheckFailed(utf8(reply->errorString())));

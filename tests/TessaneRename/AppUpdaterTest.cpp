@@ -88,6 +88,11 @@ TEST_F(AppUpdaterTest, ManualCheckSaysPlainlyWhatWentWrong) {
   EXPECT_EQ(r.message, "Couldn’t check for updates: the update information can’t be read");
 
   results.clear();
+  FeedServer huge(QByteArray(2 * 1024 * 1024, ' ') + R"({"version": "9.0"})");
+  EXPECT_EQ(checkNow(huge).message,
+            "Couldn’t check for updates: the update information can’t be read");
+
+  results.clear();
   FeedServer closed("", FeedServer::Mode::closed);
   r = checkNow(closed);
   EXPECT_EQ(r.outcome, Outcome::failed);
