@@ -23,7 +23,7 @@ cmake --install "$build" --prefix "$prefix" >/dev/null
 
 # Nothing installed may point into the build.
 for program in "$prefix"/bin/tessane "$prefix"/bin/tessane-rename "$prefix"/lib/tessane-rename/*.so; do
-  if readelf -d "$program" | grep -E 'R(UN)?PATH' | grep -qF "$build"; then
+  if readelf -d "$program" | grep -E 'R(UN)?PATH' | grep -F "$build" >/dev/null; then
     fail "$program keeps a run path into the build: $(readelf -d "$program" | grep -E 'R(UN)?PATH')"
   fi
 done
@@ -31,7 +31,7 @@ done
 mv "$modules" "$away"
 run_tool "$prefix/bin/tessane" "$work" "$version"
 # The application opens a window, so it is not started here; its libraries must all resolve.
-if ldd "$prefix/bin/tessane-rename" | grep -q 'not found'; then
+if ldd "$prefix/bin/tessane-rename" | grep 'not found' >/dev/null; then
   fail "tessane-rename lacks libraries: $(ldd "$prefix/bin/tessane-rename" | grep 'not found')"
 fi
 mv "$away" "$modules"
@@ -48,6 +48,6 @@ for size in 16x16 32x32 48x48 256x256 scalable; do
   ls "$prefix/share/icons/hicolor/$size/apps/app.tessane.Rename".* >/dev/null ||
     fail "no $size icon"
 done
-gzip -dc "$prefix/share/man/man1/tessane.1.gz" | grep -q "Tessane Rename $version" ||
+gzip -dc "$prefix/share/man/man1/tessane.1.gz" | grep "Tessane Rename $version" >/dev/null ||
   fail "the man page does not name version $version"
 echo "installed tree works from $prefix"

@@ -16,8 +16,9 @@ cpack --config "$build/CPackConfig.cmake" -B "$work/out" >"$work/cpack.log" 2>&1
   cat "$work/cpack.log" >&2
   fail "cpack failed"
 }
-deb="$(ls "$work"/out/tessane-rename_"$version"_*.deb 2>/dev/null | head -1)"
-[ -n "$deb" ] || fail "no tessane-rename_${version}_*.deb was made"
+debs=("$work"/out/tessane-rename_"$version"_*.deb)
+deb="${debs[0]}"
+[ -f "$deb" ] || fail "no tessane-rename_${version}_*.deb was made"
 
 # The same files as the install rules give under /usr.
 cmake --install "$build" --prefix "$work/installed/usr" >/dev/null
@@ -40,13 +41,15 @@ owner_of() {
   local real candidate
   real="$(readlink -f "$1")"
   for candidate in "$1" "$real" "${1#/usr}" "${real#/usr}" "/usr$1" "/usr$real"; do
-    dpkg -S "$candidate" 2>/dev/null | head -1 | cut -d: -f1 && return 0
+    # sed rather than head: a reader that stops early would fail the pipe under pipefail.
+    dpkg -S "$candidate" 2>/dev/null | sed -n '1s/:.*//p' && return 0
   done
   return 0
 }
+ldconfig -p >"$work/ldconfig.txt"
 for elf in "$work"/root/usr/bin/* "$work"/root/usr/lib/tessane-rename/*.so; do
   for library in $(readelf -d "$elf" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do
-    path="$(ldconfig -p | awk -v l="$library" '$1 == l {print $NF; exit}')"
+    path="$(awk -v l="$library" '$1 == l {print $NF; exit}' "$work/ldconfig.txt")"
     [ -n "$path" ] || fail "$library, linked by $elf, is not on this system"
     owner="$(owner_of "$path")"
     [ -n "$owner" ] || fail "no Debian package holds $library"

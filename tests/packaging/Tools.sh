@@ -1,5 +1,7 @@
 # Shared by the install and package checks: stop with a message on the first failed expectation,
 # and skip (exit 77) when a tool is missing, except in CI, where setup.sh installs them all.
+# Pipes end in readers that read everything: under pipefail, one that stops early (`grep -q`,
+# `head`) can fail the writer with SIGPIPE.
 fail() {
   echo "FAILED: $*" >&2
   exit 1
@@ -29,7 +31,7 @@ run_tool() {
     fail "tessane demo failed"
   }
   local video
-  video="$(find "$work/shoot" -maxdepth 1 -iname '*.mp4' | head -1)"
+  video="$(find "$work/shoot" -maxdepth 1 -iname '*.mp4' -print -quit)"
   [ -n "$video" ] || fail "tessane demo made no video"
   env HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
     "$tessane" meta --json "$video" >"$work/meta.json" 2>&1 || fail "tessane meta of the video failed"
