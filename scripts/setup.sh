@@ -10,6 +10,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
   exfatprogs exfat-fuse
   dbus-daemon
+  desktop-file-utils appstream dpkg-dev
 )
 
 missing=()

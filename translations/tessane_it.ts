@@ -657,6 +657,26 @@
         <source>The difference goes in Settings › Camera Bodies, where you can change it. The files aren’t changed.</source>
         <translation>La differenza va in Impostazioni › Corpi macchina, dove puoi cambiarla. I file non vengono modificati.</translation>
     </message>
+    <message>
+        <source>Tessane Rename %1 is available. You have %2.</source>
+        <translation>È disponibile Tessane Rename %1. Tu hai la %2.</translation>
+    </message>
+    <message>
+        <source>Tessane Rename %1 is the newest version.</source>
+        <translation>Tessane Rename %1 è la versione più recente.</translation>
+    </message>
+    <message>
+        <source>Couldn’t check for updates: %1</source>
+        <translation>Non è stato possibile cercare aggiornamenti: %1</translation>
+    </message>
+    <message>
+        <source>the server took too long to answer</source>
+        <translation>il server ha impiegato troppo a rispondere</translation>
+    </message>
+    <message>
+        <source>the update information can’t be read</source>
+        <translation>le informazioni sull’aggiornamento non sono leggibili</translation>
+    </message>
 </context>
 <context>
     <name>PresetLibrary</name>
@@ -781,6 +801,21 @@
     <message>
         <source>Names containing “%1”</source>
         <translation>Nomi che contengono “%1”</translation>
+    </message>
+</context>
+<context>
+    <name>UpdateNotice</name>
+    <message>
+        <source>Check for Updates</source>
+        <translation>Cerca aggiornamenti</translation>
+    </message>
+    <message>
+        <source>Open the Download Page</source>
+        <translation>Apri la pagina di download</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Più tardi</translation>
     </message>
 </context>
 <context>

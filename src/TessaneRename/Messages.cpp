@@ -442,4 +442,22 @@ std::string someFilesStuck() {
   return translated(QT_TRANSLATE_NOOP("Messages", "Some files couldn’t go back to their names"));
 }
 
+std::string updateAvailable(std::string_view version, std::string_view current) {
+  return translated(QT_TRANSLATE_NOOP("Messages", "Tessane Rename %1 is available. You have %2."),
+                    version, current);
+}
+std::string upToDate(std::string_view current) {
+  return translated(QT_TRANSLATE_NOOP("Messages", "Tessane Rename %1 is the newest version."),
+                    current);
+}
+std::string updateCheckFailed(std::string_view reason) {
+  return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t check for updates: %1"), reason);
+}
+std::string updateServerTooSlow() {
+  return translated(QT_TRANSLATE_NOOP("Messages", "the server took too long to answer"));
+}
+std::string updateFeedUnreadable() {
+  return translated(QT_TRANSLATE_NOOP("Messages", "the update information can’t be read"));
+}
+
 }  // namespace tessane::Messages

@@ -70,4 +70,11 @@ std::string filesBackToOriginal(std::int64_t count);
 std::string noFileChanged();
 std::string someFilesStuck();
 
+// The update check.
+std::string updateAvailable(std::string_view version, std::string_view current);
+std::string upToDate(std::string_view current);
+std::string updateCheckFailed(std::string_view reason);  // "Couldn’t check for updates: …"
+std::string updateServerTooSlow();
+std::string updateFeedUnreadable();
+
 }  // namespace tessane::Messages

@@ -28,6 +28,7 @@
 #include <QVBoxLayout>
 
 #include "TessaneRename/AppContext.h"
+#include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Preferences.h"
@@ -84,6 +85,8 @@ bool isAvailable(CommandID id) {
     case CommandID::separatorSpace:
     case CommandID::separatorNothing:
     case CommandID::website:
+    case CommandID::showPresets:
+    case CommandID::checkForUpdates:
       return true;
     default:
       return false;
@@ -446,8 +449,15 @@ CommandState MainWindow::commandState() const {
   state.hasSelectedFolder = !folderList_->selectedItems().isEmpty();
   state.renamesTickedOnly = model_.scope() == RenameScope::selected;
   state.keepsTwinsTogether = model_.twinOptions().isEnabled;
-  state.updaterCanCheck = false;
+  state.updaterCanCheck = updater_ != nullptr && updater_->canCheck();
   return state;
+}
+
+void MainWindow::setUpdater(AppUpdater* updater) {
+  updater_ = updater;
+  if (updater_ != nullptr)
+    connect(updater_, &AppUpdater::canCheckChanged, this, &MainWindow::updateCommands);
+  updateCommands();
 }
 
 void MainWindow::updateCommands() {
@@ -519,6 +529,16 @@ void MainWindow::run(CommandID id) {
       model_.setTwinOptions(std::move(options));
       break;
     }
+    case CommandID::showPresets: {
+      const fs::path folder = app_.presets().directory();
+      std::error_code ignored;
+      fs::create_directories(folder, ignored);  // a new user has none yet
+      desktop_.showFolder(folder);
+      break;
+    }
+    case CommandID::checkForUpdates:
+      if (updater_ != nullptr) updater_->checkNow();
+      break;
     case CommandID::website:
       desktop_.openUrl(QUrl(QString::fromUtf8(
           AppCommands::kWebsite.data(), static_cast<qsizetype>(AppCommands::kWebsite.size()))));

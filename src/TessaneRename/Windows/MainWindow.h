@@ -29,6 +29,7 @@ class QToolButton;
 namespace tessane {
 
 class AppContext;
+class AppUpdater;
 class DesktopServices;
 class FileListModel;
 class FolderModel;
@@ -46,6 +47,8 @@ class MainWindow : public QMainWindow {
   QLineEdit* templateField() const;
   QTableView* fileView() const { return fileView_; }
   QAction* action(CommandID id) const;
+  // The update check behind "Check for Updates…" (disabled without one, and while it checks).
+  void setUpdater(AppUpdater* updater);
 
   // What the command table needs to know of this window.
   CommandState commandState() const;
@@ -103,6 +106,7 @@ class MainWindow : public QMainWindow {
   QLabel* progress_ = nullptr;
   std::map<CommandID, QAction*> actions_;
   bool syncing_ = false;  // the window is showing the model's state, not the user's gesture
+  AppUpdater* updater_ = nullptr;
 };
 
 }  // namespace tessane

@@ -1,22 +1,47 @@
 // Tessane Rename, the desktop application: one main window over one folder model. Files and
-// folders given on the command line are opened as if they had been dropped on the window.
+// folders given on the command line (paths, or the "file:" URLs that the desktop entry's %U gives)
+// are opened as if they had been dropped on the window. One instance runs per user: a later
+// launch hands what it was given to the running one, which comes to the front and opens it.
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QStringList>
+#include <QVersionNumber>
 
 #include <filesystem>
 #include <vector>
 
 #include "TessaneRename/AppContext.h"
+#include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/InterfaceTranslation.h"
+#include "TessaneRename/SingleInstance.h"
 #include "TessaneRename/Windows/MainWindow.h"
+#include "TessaneRename/Windows/UpdateNotice.h"
+
+namespace {
+
+std::vector<std::filesystem::path> localPaths(const QStringList& paths) {
+  std::vector<std::filesystem::path> out;
+  for (const QString& path : paths)
+    out.emplace_back(QFile::encodeName(path).toStdString());
+  return out;
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("Tessane Rename");
   QApplication::setOrganizationName("Tessane");
   QApplication::setApplicationVersion(TESSANE_VERSION);
+  QGuiApplication::setDesktopFileName("app.tessane.Rename");
+
+  const QStringList given =
+      tessane::launchPaths(QApplication::arguments().mid(1), QDir::currentPath());
+  tessane::SingleInstance instance(tessane::SingleInstance::defaultSocketPath());
+  if (instance.start(given) == tessane::SingleInstance::Role::handedOver) return 0;
 
   tessane::AppContext app;
   // The interface speaks the chosen language from the first text on.
@@ -31,15 +56,25 @@ int main(int argc, char** argv) {
   model.showRecovery(recovery);
 
   tessane::MainWindow window(model, app, *desktop);
+  tessane::AppUpdater updater(app.settings(), QVersionNumber::fromString(TESSANE_VERSION));
+  window.setUpdater(&updater);
+  QObject::connect(&updater, &tessane::AppUpdater::checked, &window,
+                   [&window, &desktop](const tessane::UpdateCheckResult& result) {
+                     tessane::showUpdateNotice(&window, result, *desktop);
+                   });
+  QObject::connect(&instance, &tessane::SingleInstance::pathsReceived, &window,
+                   [&window, &model](const QStringList& paths) {
+                     if (!paths.isEmpty()) model.open(localPaths(paths));
+                     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+                     window.show();
+                     window.raise();
+                     window.activateWindow();
+                   });
   window.show();
 
   model.resumeSession();
-  std::vector<std::filesystem::path> given;
-  const QStringList arguments = QApplication::arguments().mid(1);
-  for (const QString& argument : arguments) {
-    given.push_back(std::filesystem::absolute(argument.toStdString()));
-  }
-  if (!given.empty()) model.open(given);
+  if (!given.isEmpty()) model.open(localPaths(given));
+  updater.startAutomaticChecks();
 
   return QApplication::exec();
 }

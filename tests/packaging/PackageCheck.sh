@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Makes the Debian package from the build (CPack, as scripts/package.sh does) and checks it: it
+# holds exactly what the install rules install, its Depends line names the Debian package of every
+# library its programs and modules link, and the tool unpacked from it runs.
+#   PackageCheck.sh BUILD_DIR VERSION
+set -euo pipefail
+build="$(cd "$1" && pwd)"
+version="$2"
+source "$(dirname "$0")/Tools.sh"
+need dpkg-deb dpkg-shlibdeps readelf
+
+work="$(mktemp -d "${TMPDIR:-/tmp}/tessane-package-XXXXXX")"
+trap 'rm -rf "$work"' EXIT
+
+cpack --config "$build/CPackConfig.cmake" -B "$work/out" >"$work/cpack.log" 2>&1 || {
+  cat "$work/cpack.log" >&2
+  fail "cpack failed"
+}
+debs=("$work"/out/tessane-rename_"$version"_*.deb)
+deb="${debs[0]}"
+[ -f "$deb" ] || fail "no tessane-rename_${version}_*.deb was made"
+
+# The same files as the install rules give under /usr.
+cmake --install "$build" --prefix "$work/installed/usr" >/dev/null
+(cd "$work/installed" && find . -type f | sort) >"$work/installed.txt"
+dpkg-deb --contents "$deb" | awk '$1 !~ /^d/ {print $6}' | sort >"$work/packaged.txt"
+diff -u "$work/installed.txt" "$work/packaged.txt" >&2 ||
+  fail "the package does not hold what the install rules install"
+
+# Every library linked is named in Depends by its Debian package (or by the package that pulls
+# it in: libtag1v5 holds no library and depends on libtag1v5-vanilla, which does).
+depends="$(dpkg-deb --field "$deb" Depends)"
+echo "Depends: $depends"
+names() { tr ',|' '\n\n' | sed 's/(.*)//; s/:.*//; s/ //g' | grep -v '^$' || true; }
+named="$(echo "$depends" | names)"
+pulled="$(for p in $named; do dpkg-query -W -f='${Depends}\n' "$p" 2>/dev/null || true; done | names)"
+dpkg-deb -x "$deb" "$work/root"
+# The package holding a library file, by the path ldconfig gives, its target, or either one with
+# /usr taken off or put on (a merged /usr registers files under either).
+owner_of() {
+  local real candidate
+  real="$(readlink -f "$1")"
+  for candidate in "$1" "$real" "${1#/usr}" "${real#/usr}" "/usr$1" "/usr$real"; do
+    # sed rather than head: a reader that stops early would fail the pipe under pipefail.
+    dpkg -S "$candidate" 2>/dev/null | sed -n '1s/:.*//p' && return 0
+  done
+  return 0
+}
+ldconfig -p >"$work/ldconfig.txt"
+for elf in "$work"/root/usr/bin/* "$work"/root/usr/lib/tessane-rename/*.so; do
+  for library in $(readelf -d "$elf" | sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p'); do
+    path="$(awk -v l="$library" '$1 == l {print $NF; exit}' "$work/ldconfig.txt")"
+    [ -n "$path" ] || fail "$library, linked by $elf, is not on this system"
+    owner="$(owner_of "$path")"
+    [ -n "$owner" ] || fail "no Debian package holds $library"
+    grep -qxF "$owner" <<<"$named"$'\n'"$pulled" ||
+      fail "$library (package $owner), linked by $(basename "$elf"), is missing from Depends"
+  done
+done
+[[ "$depends" == *qt6-qpa-plugins* ]] || fail "Depends lacks the Qt platform plugins"
+
+run_tool "$work/root/usr/bin/tessane" "$work" "$version"
+echo "package $(basename "$deb") checked"
