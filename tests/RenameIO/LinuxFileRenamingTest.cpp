@@ -147,7 +147,27 @@ TEST_P(OnRealDisk, ExclusiveRenameNeverOverwrites) {
   EXPECT_TRUE(LinuxFileRenaming::moveByReservation(at("missing.jpg"), at("d.jpg")));
   fs::create_directory(at("folder"));
   EXPECT_TRUE(LinuxFileRenaming::moveByReservation(at("folder"), at("e.jpg")));
-  EXPECT_FALSE(system_.fileExists(at("d.jpg")) || system_.fileExists(at("e.jpg")));
+  EXPECT_TRUE(system_.fileExists(at("d.jpg")).isAbsent() &&
+              system_.fileExists(at("e.jpg")).isAbsent());
+}
+
+// Absent is only what the system says is absent; any other failure is "couldn't tell".
+TEST_P(OnRealDisk, AbsentIsToldFromCouldNotTell) {
+  dir().file("a.jpg", "a");
+  fs::create_symlink("loop", at("loop"));
+  EXPECT_TRUE(system_.fileExists(at("a.jpg")).isPresent());
+  EXPECT_TRUE(system_.identity(at("a.jpg/x")).presence.isAbsent()) << "ENOTDIR: nothing there";
+  const Presence looped = system_.fileExists(at("loop/x"));
+  EXPECT_TRUE(looped.isUnknown());
+  EXPECT_EQ(looped.code(), ELOOP);
+  EXPECT_TRUE(system_.identity(at("loop/x")).presence.isUnknown());
+  if (::geteuid() != 0) {
+    fs::create_directory(at("closed"));
+    dir().file("closed/b.jpg", "b");
+    fs::permissions(at("closed"), fs::perms::none);
+    EXPECT_EQ(system_.fileExists(at("closed/b.jpg")).code(), EACCES);
+    fs::permissions(at("closed"), fs::perms::owner_all);
+  }
 }
 
 // "Same folder" is the folder on disk, not tidied text: "d/x/../y.jpg" is "d/y.jpg" as text, but
@@ -194,7 +214,7 @@ TEST_P(OnRealDisk, AListingGivesEveryEntryWithTheIdentityLstatGives) {
   ASSERT_EQ(byName.size(), 4u);
   for (const auto& [name, identity] : byName) {
     ASSERT_TRUE(identity) << name << ": disk and tmpfs listings know their inodes";
-    EXPECT_EQ(*identity, system_.identity(at(name))) << name;
+    EXPECT_EQ(identity, system_.identity(at(name)).found()) << name;
   }
   EXPECT_FALSE(system_.list(at("a.jpg")));
   EXPECT_FALSE(system_.list(at("missing")));
