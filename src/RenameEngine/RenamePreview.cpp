@@ -7,6 +7,7 @@
 #include "CaptureTime.h"
 #include "FileName.h"
 #include "NameKey.h"
+#include "NaturalOrder.h"
 #include "Parallel.h"
 #include "Unicode.h"
 
