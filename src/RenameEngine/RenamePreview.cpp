@@ -9,6 +9,7 @@
 #include "NameKey.h"
 #include "NaturalOrder.h"
 #include "Parallel.h"
+#include "StoredText.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -25,47 +26,38 @@ std::string suffixed(const FileName& name, int n) {
 
 }  // namespace
 
+namespace {
+constexpr std::pair<BatchOrder, std::string_view> kOrders[] = {
+    {BatchOrder::captureTime, "captureTime"},
+    {BatchOrder::asGiven, "asGiven"},
+    {BatchOrder::name, "name"}};
+constexpr std::pair<DuplicatePolicy, std::string_view> kPolicies[] = {
+    {DuplicatePolicy::markError, "markError"}, {DuplicatePolicy::addSuffix, "addSuffix"}};
+constexpr std::pair<PreviewStatus, std::string_view> kStatuses[] = {
+    {PreviewStatus::unchanged, "unchanged"},
+    {PreviewStatus::ok, "ok"},
+    {PreviewStatus::warning, "warning"},
+    {PreviewStatus::error, "error"}};
+}  // namespace
+
 std::string_view rawValue(BatchOrder order) {
-  switch (order) {
-    case BatchOrder::captureTime:
-      return "captureTime";
-    case BatchOrder::asGiven:
-      return "asGiven";
-    case BatchOrder::name:
-      return "name";
-  }
-  return "captureTime";
+  return storedText(kOrders, order);
 }
 
 std::optional<BatchOrder> batchOrderFromRawValue(std::string_view text) {
-  for (BatchOrder o : {BatchOrder::captureTime, BatchOrder::asGiven, BatchOrder::name}) {
-    if (rawValue(o) == text) return o;
-  }
-  return std::nullopt;
+  return fromStoredText(kOrders, text);
 }
 
 std::string_view rawValue(DuplicatePolicy policy) {
-  return policy == DuplicatePolicy::addSuffix ? "addSuffix" : "markError";
+  return storedText(kPolicies, policy);
 }
 
 std::optional<DuplicatePolicy> duplicatePolicyFromRawValue(std::string_view text) {
-  if (text == "markError") return DuplicatePolicy::markError;
-  if (text == "addSuffix") return DuplicatePolicy::addSuffix;
-  return std::nullopt;
+  return fromStoredText(kPolicies, text);
 }
 
 std::string_view caseName(PreviewStatus status) {
-  switch (status) {
-    case PreviewStatus::unchanged:
-      return "unchanged";
-    case PreviewStatus::ok:
-      return "ok";
-    case PreviewStatus::warning:
-      return "warning";
-    case PreviewStatus::error:
-      return "error";
-  }
-  return "unchanged";
+  return storedText(kStatuses, status);
 }
 
 bool RenamePreview::hasErrors() const {
