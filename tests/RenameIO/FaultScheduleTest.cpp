@@ -1,9 +1,10 @@
-// One schedule of faults, run over every batch shape on three volumes: the in-memory fake (both as
-// a case-sensitive and as a case-insensitive volume), LinuxFileRenaming on a real temporary folder,
-// and LinuxFileRenaming on an exFAT card (see ExfatImage; skipped when it can't be mounted). The
-// faults come from FaultyFileRenaming wrapped around the volume's own file system: a move that
-// fails, every move from one on (the process stops), two moves (the rollback fails too), a folder
-// that can't be listed, and a name the disk can't tell about. Whatever fails, no file is lost.
+// One schedule of faults, run over every batch shape on three kinds of volume: the in-memory fake
+// (both as a case-sensitive and as a case-insensitive volume), LinuxFileRenaming on a real
+// temporary folder (on the disk and on a tmpfs), and LinuxFileRenaming on an exFAT card (see
+// ExfatImage; skipped when it can't be mounted). The faults come from FaultyFileRenaming wrapped
+// around the volume's own file system: a move that fails, every move from one on (the process
+// stops), two moves (the rollback fails too), a folder that can't be listed, and a name the disk
+// can't tell about. Whatever fails, no file is lost.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -256,6 +257,16 @@ TEST(FaultSchedule, OverTheFakeFileSystem) {
 TEST(FaultSchedule, OverARealFolder) {
   testing::TempFolder folder;
   DiskVolume volume("real folder", folder.path());
+  runSchedule(volume, 6, 3);
+}
+
+TEST(FaultSchedule, OverATmpfsFolder) {
+  std::error_code ec;
+  if (!fs::is_directory("/dev/shm", ec) || ::access("/dev/shm", W_OK) != 0) {
+    GTEST_SKIP() << "no writable /dev/shm";
+  }
+  testing::TempFolder folder("/dev/shm");
+  DiskVolume volume("tmpfs folder", folder.path());
   runSchedule(volume, 6, 3);
 }
 

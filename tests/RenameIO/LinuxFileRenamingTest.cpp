@@ -55,26 +55,6 @@ class OnRealDisk : public ::testing::TestWithParam<const char*> {
   std::unique_ptr<TempFolder> dir_;
 };
 
-TEST_P(OnRealDisk, SwapsRotationsAndCaseOnlyChanges) {
-  dir().file("A.jpg", "a");
-  dir().file("B.jpg", "b");
-  dir().file("r1.jpg", "1");
-  dir().file("r2.jpg", "2");
-  dir().file("r3.jpg", "3");
-  dir().file("img.jpg", "i");
-  const std::vector<FileMove> moves{{at("A.jpg"), at("B.jpg")},   {at("B.jpg"), at("A.jpg")},
-                                    {at("r1.jpg"), at("r2.jpg")}, {at("r2.jpg"), at("r3.jpg")},
-                                    {at("r3.jpg"), at("r1.jpg")}, {at("img.jpg"), at("IMG.JPG")}};
-  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(moves, system_, kDate);
-  ASSERT_TRUE(r.ok()) << static_cast<int>(r.error().kind);
-  EXPECT_EQ(folderContents(dir().path()), (std::map<std::string, std::string>{{"A.jpg", "b"},
-                                                                              {"B.jpg", "a"},
-                                                                              {"r1.jpg", "3"},
-                                                                              {"r2.jpg", "1"},
-                                                                              {"r3.jpg", "2"},
-                                                                              {"IMG.JPG", "i"}}));
-}
-
 TEST_P(OnRealDisk, DecomposedNamesAreMovedByTheirOwnBytes) {
   const std::string decomposed = "E\u0301te\u0301.jpg";
   const std::string composed = "\u00c9t\u00e9.jpg";
