@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "CaptureTime.h"
+#include "JsonDecoders.h"
 #include "StoredText.h"
 
 namespace tessane {

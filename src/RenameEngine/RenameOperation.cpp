@@ -1,5 +1,6 @@
 #include "RenameOperation.h"
 
+#include "JsonDecoders.h"
 #include "StoredText.h"
 
 #include <array>

@@ -3,6 +3,7 @@
 #include <unicode/timezone.h>
 
 #include "DateFormatterCache.h"
+#include "JsonDecoders.h"
 #include "NameKey.h"
 #include "Parallel.h"
 #include "Template.h"

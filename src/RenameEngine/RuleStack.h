@@ -9,9 +9,8 @@
 //
 // Threads: RuleStack and the result types are plain values. A CompiledRuleStack is immutable
 // once made, so one may be shared by any number of threads; the free functions are pure and
-// may run anywhere. Nothing here fails as a whole: problems are RuleIssues on their files, and
-// only json::decodeStack throws (DecodeError, inside the JSON decoding code; decodeRuleStack is
-// the one the callers use).
+// may run anywhere. Nothing here fails as a whole: problems are RuleIssues on their files, and a
+// stack that can't be decoded is a Decoded<RuleStack> with its reason. Nothing throws.
 #pragma once
 
 #include <memory>
@@ -118,8 +117,5 @@ RuleResult applyRuleStack(const RuleStack& stack, const RenameSubject& subject,
 
 Json toJson(const RuleStack& stack);
 Decoded<RuleStack> decodeRuleStack(const Json& value);
-namespace json {
-RuleStack decodeStack(const Json& value);  // throws DecodeError; absent separators: the defaults
-}
 
 }  // namespace tessane

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "JsonDecoders.h"
 #include "StoredText.h"
 #include "Unicode.h"
 
