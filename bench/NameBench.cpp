@@ -11,6 +11,7 @@
 #include "RenameEngine/BlockedName.h"
 #include "RenameEngine/FileName.h"
 #include "RenameEngine/NameKey.h"
+#include "RenameEngine/NaturalOrder.h"
 #include "RenameEngine/Unicode.h"
 
 namespace {

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <set>
 
+#include "JsonDecoders.h"
 #include "NameCheck.h"
 #include "Unicode.h"
 

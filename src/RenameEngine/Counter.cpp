@@ -3,26 +3,24 @@
 #include <algorithm>
 
 #include "CaptureTime.h"
+#include "JsonDecoders.h"
+#include "StoredText.h"
 
 namespace tessane {
 
+namespace {
+constexpr std::pair<CounterReset, std::string_view> kResets[] = {
+    {CounterReset::never, "never"},
+    {CounterReset::perFolder, "perFolder"},
+    {CounterReset::perDay, "perDay"}};
+}  // namespace
+
 std::string_view rawValue(CounterReset reset) {
-  switch (reset) {
-    case CounterReset::never:
-      return "never";
-    case CounterReset::perFolder:
-      return "perFolder";
-    case CounterReset::perDay:
-      return "perDay";
-  }
-  return "never";
+  return storedText(kResets, reset);
 }
 
 std::optional<CounterReset> counterResetFromRawValue(std::string_view text) {
-  for (CounterReset r : {CounterReset::never, CounterReset::perFolder, CounterReset::perDay}) {
-    if (rawValue(r) == text) return r;
-  }
-  return std::nullopt;
+  return fromStoredText(kResets, text);
 }
 
 std::string Counter::text(std::int64_t value, std::int64_t padding) {

@@ -64,8 +64,5 @@ class CounterState {
 };
 
 Json toJson(const Counter& counter);
-namespace json {
-Counter decodeCounter(const Json& value);  // throws DecodeError; absent keys take the defaults
-}
 
 }  // namespace tessane

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "StoredText.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -115,32 +116,19 @@ bool lowerAscii(std::string_view text, char (&out)[4]) {
 
 }  // namespace
 
+namespace {
+constexpr std::pair<FileKind, std::string_view> kKinds[] = {
+    {FileKind::raw, "raw"},     {FileKind::image, "image"}, {FileKind::video, "video"},
+    {FileKind::audio, "audio"}, {FileKind::pdf, "pdf"},     {FileKind::sidecar, "sidecar"},
+    {FileKind::other, "other"}};
+}  // namespace
+
 std::string_view rawValue(FileKind kind) noexcept {
-  switch (kind) {
-    case FileKind::raw:
-      return "raw";
-    case FileKind::image:
-      return "image";
-    case FileKind::video:
-      return "video";
-    case FileKind::audio:
-      return "audio";
-    case FileKind::pdf:
-      return "pdf";
-    case FileKind::sidecar:
-      return "sidecar";
-    case FileKind::other:
-      return "other";
-  }
-  return "other";
+  return storedText(kKinds, kind);
 }
 
 std::optional<FileKind> fileKindFromRawValue(std::string_view text) noexcept {
-  for (FileKind k : {FileKind::raw, FileKind::image, FileKind::video, FileKind::audio,
-                     FileKind::pdf, FileKind::sidecar, FileKind::other}) {
-    if (rawValue(k) == text) return k;
-  }
-  return std::nullopt;
+  return fromStoredText(kKinds, text);
 }
 
 FileKind fileKindOf(std::string_view text) {

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <limits>
 
+#include "JsonDecoders.h"
+
 namespace tessane::json {
 namespace {
 

@@ -1,5 +1,6 @@
 #include "NameFormat.h"
 
+#include "JsonDecoders.h"
 #include "Unicode.h"
 
 namespace tessane {

@@ -57,8 +57,5 @@ class PreparedTemplate {
 };
 
 Json toJson(const NameFormat& format);
-namespace json {
-NameFormat decodeNameFormat(const Json& value);  // throws DecodeError
-}
 
 }  // namespace tessane

@@ -262,241 +262,293 @@ CompiledOperation& CompiledOperation::operator=(CompiledOperation&&) noexcept = 
 
 namespace {
 
-// The operation on a base name already in NFC.
+// The operation on a base name already in NFC: one function per kind of operation.
+struct OnBase {
+  const PreparedOperation& prepared;
+  std::string_view stateText;
+  const std::string& base;
+  const SeparatorSet& separators;
+  const std::vector<AnchorFinder>& finders = prepared.finders;
+  const BlockRef& stateBlock = prepared.block;
+
+  BaseResult unchanged() const { return BaseResult{base, std::nullopt}; }
+  BaseResult operator()(const op::Insert& o) const;
+  BaseResult operator()(const op::DeleteBlock&) const;
+  BaseResult operator()(const op::DeleteText&) const;
+  BaseResult operator()(const op::DeleteCharacters& o) const;
+  BaseResult operator()(const op::DeleteBetween& o) const;
+  BaseResult operator()(const op::DeleteBefore& o) const;
+  BaseResult operator()(const op::DeleteAfter& o) const;
+  BaseResult operator()(const op::Replace&) const;
+  BaseResult operator()(const op::ReplaceRegex& o) const;
+  BaseResult operator()(const op::ReplaceBlock&) const;
+  BaseResult operator()(const op::ReplaceBefore&) const;
+  BaseResult operator()(const op::ReplaceAfter&) const;
+  BaseResult operator()(const op::MoveBlock& o) const;
+  BaseResult operator()(const op::ChangeCase& o) const;
+  BaseResult operator()(const op::CollapseWhitespace&) const;
+  BaseResult operator()(const op::RemoveAccents&) const;
+  BaseResult operator()(const op::RemoveInvalidCharacters&) const;
+  BaseResult operator()(const op::Truncate& o) const;
+  BaseResult operator()(const op::RemoveEmoji&) const;
+  BaseResult operator()(const op::SetExtension&) const;
+  BaseResult operator()(const op::ChangeExtensionCase&) const;
+};
+
+BaseResult OnBase::operator()(const op::Insert& o) const {
+  const LocatedName name(base);
+  std::optional<std::size_t> at;
+  switch (o.at.kind) {
+    case InsertPosition::Kind::index:
+      at = clampToLength(o.at.offset, name.length());
+      break;
+    case InsertPosition::Kind::before:
+    case InsertPosition::Kind::after:
+      if (const auto r = finders[0].range(name)) {
+        at = o.at.kind == InsertPosition::Kind::before ? r->lower : r->upper;
+      }
+      break;
+    case InsertPosition::Kind::beforeBlock:
+    case InsertPosition::Kind::afterBlock: {
+      const BlockedName blocked = BlockedName::split(base, separators);
+      if (const auto index = findBlock(stateBlock, blocked.tokens())) {
+        const CharRange r = TextLocating::blockRange(*index, blocked.tokens());
+        at = o.at.kind == InsertPosition::Kind::beforeBlock ? r.lower : r.upper;
+      }
+      break;
+    }
+    case InsertPosition::Kind::start:
+      at = 0;
+      break;
+    case InsertPosition::Kind::end:
+      at = name.length();
+      break;
+  }
+  if (!at) return unchanged();
+  std::string out = base;
+  out.insert(name.byteOffset(*at), stateText);
+  return {std::move(out)};
+}
+
+BaseResult OnBase::operator()(const op::DeleteBlock&) const {
+  BlockedName blocked = BlockedName::split(base, separators);
+  std::vector<NameToken> tokens = blocked.tokens();
+  const auto index = findBlock(stateBlock, tokens);
+  if (!index) return unchanged();
+  const auto i = static_cast<std::ptrdiff_t>(*index);
+  if (*index + 1 < tokens.size()) {
+    tokens.erase(tokens.begin() + i, tokens.begin() + i + 2);
+  } else if (*index > 0) {
+    tokens.erase(tokens.begin() + i - 1, tokens.begin() + i + 1);
+  } else {
+    tokens.erase(tokens.begin() + i);
+  }
+  return {joinTokens(tokens)};
+}
+
+BaseResult OnBase::operator()(const op::DeleteText&) const {
+  const LocatedName name(base);
+  return {replaceRanges(name, finders[0].ranges(name), {})};
+}
+
+BaseResult OnBase::operator()(const op::DeleteCharacters& o) const {
+  const LocatedName name(base);
+  // The start is clamped into the name first, then `count` characters go from there:
+  // deleting two characters "from -5" deletes the first two.
+  const std::size_t start = clampToLength(o.from, name.length());
+  const std::size_t end = clampToLength(
+      saturatingAdd(static_cast<std::int64_t>(start), std::max<std::int64_t>(o.count, 0)),
+      name.length());
+  if (end <= start) return unchanged();
+  return {replaceRanges(name, {CharRange{start, end}}, {})};
+}
+
+BaseResult OnBase::operator()(const op::DeleteBetween& o) const {
+  const LocatedName name(base);
+  const auto start = finders[0].range(name);
+  if (!start) return unchanged();
+  std::optional<CharRange> end;
+  for (const CharRange& hit : finders[1].hits(name)) {
+    if (hit.lower < start->upper) continue;
+    end = hit;
+    if (prepared.endOccurrence != Occurrence::last) break;
+  }
+  if (!end) return unchanged();
+  const CharRange cut =
+      o.inclusive ? CharRange{start->lower, end->upper} : CharRange{start->upper, end->lower};
+  return {replaceRanges(name, {cut}, {})};
+}
+
+BaseResult OnBase::operator()(const op::DeleteBefore& o) const {
+  const LocatedName name(base);
+  const auto r = finders[0].range(name);
+  if (!r) return unchanged();
+  return {slice(name, o.inclusive ? r->upper : r->lower, name.length())};
+}
+
+BaseResult OnBase::operator()(const op::DeleteAfter& o) const {
+  const LocatedName name(base);
+  const auto r = finders[0].range(name);
+  if (!r) return unchanged();
+  return {slice(name, 0, o.inclusive ? r->lower : r->upper)};
+}
+
+BaseResult OnBase::operator()(const op::Replace&) const {
+  const LocatedName name(base);
+  return {replaceRanges(name, finders[0].ranges(name), stateText)};
+}
+
+BaseResult OnBase::operator()(const op::ReplaceRegex& o) const {
+  const icu::RegexPattern* regex = prepared.regex.get();
+  if (prepared.invalidPattern || regex == nullptr) {
+    return {base, OperationIssue::invalidPattern()};
+  }
+  UErrorCode status = U_ZERO_ERROR;
+  UText ut = UTEXT_INITIALIZER;
+  utext_openUTF8(&ut, base.data(), static_cast<int64_t>(base.size()), &status);
+  std::unique_ptr<icu::RegexMatcher> matcher(regex->matcher(status));
+  if (U_FAILURE(status) || !matcher) {
+    utext_close(&ut);
+    return {base, OperationIssue::invalidPattern()};
+  }
+  matcher->reset(&ut);
+  matcher->setTimeLimit(kRegexTimeLimit, status);
+  struct Match {
+    std::size_t begin, end;
+    std::string replacement;
+  };
+  std::vector<Match> matches;
+  while (matcher->find(status) && U_SUCCESS(status)) {
+    Match m{static_cast<std::size_t>(matcher->start64(status)),
+            static_cast<std::size_t>(matcher->end64(status)),
+            {}};
+    if (U_FAILURE(status)) break;
+    // Only the kept matches need their replacement; `last` keeps overwriting.
+    expandTemplate(stateText, *matcher, base, m.replacement);
+    if (o.occurrence == Occurrence::last) matches.clear();
+    matches.push_back(std::move(m));
+    if (o.occurrence == Occurrence::first) break;
+  }
+  utext_close(&ut);
+  // Out of time (or of backtracking stack): no half-done replacement.
+  if (status == U_REGEX_TIME_OUT || status == U_REGEX_STACK_OVERFLOW) {
+    return {base, OperationIssue::patternTooSlow()};
+  }
+  std::string out;
+  std::size_t at = 0;
+  for (const Match& m : matches) {
+    out.append(base, at, m.begin - at).append(m.replacement);
+    at = m.end;
+  }
+  out.append(base, at, std::string::npos);
+  return {std::move(out)};
+}
+
+BaseResult OnBase::operator()(const op::ReplaceBlock&) const {
+  BlockedName blocked = BlockedName::split(base, separators);
+  std::vector<NameToken> tokens = blocked.tokens();
+  const auto index = findBlock(stateBlock, tokens);
+  if (!index) return unchanged();
+  tokens[*index].text = std::string(stateText);
+  return {joinTokens(tokens)};
+}
+
+BaseResult OnBase::operator()(const op::ReplaceBefore&) const {
+  const LocatedName name(base);
+  const auto r = finders[0].range(name);
+  if (!r) return unchanged();
+  std::string out(stateText);
+  return {out.append(slice(name, r->lower, name.length()))};
+}
+
+BaseResult OnBase::operator()(const op::ReplaceAfter&) const {
+  const LocatedName name(base);
+  const auto r = finders[0].range(name);
+  if (!r) return unchanged();
+  return {slice(name, 0, r->upper).append(stateText)};
+}
+
+BaseResult OnBase::operator()(const op::MoveBlock& o) const {
+  BlockedName blocked = BlockedName::split(base, separators);
+  std::vector<NameToken> tokens = blocked.tokens();
+  const auto index = findBlock(stateBlock, tokens);
+  if (!index) return unchanged();
+  std::vector<std::string> blocks;
+  std::size_t moved = 0;
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    if (tokens[i].kind != Kind::block) continue;
+    if (i == *index) moved = blocks.size();
+    blocks.push_back(tokens[i].text);
+  }
+  std::string text = std::move(blocks[moved]);
+  blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(moved));
+  const std::size_t to = clampToLength(o.toIndex, blocks.size());
+  blocks.insert(blocks.begin() + static_cast<std::ptrdiff_t>(to), std::move(text));
+  std::size_t next = 0;
+  for (NameToken& t : tokens) {
+    if (t.kind == Kind::block) t.text = std::move(blocks[next++]);
+  }
+  return {joinTokens(tokens)};
+}
+
+BaseResult OnBase::operator()(const op::ChangeCase& o) const {
+  return {applyCase(o.style, base, separators)};
+}
+
+BaseResult OnBase::operator()(const op::CollapseWhitespace&) const {
+  std::string out;
+  bool pendingSpace = false;
+  forEachCharacter(base, [&](std::string_view c) {
+    if (isWhitespaceCharacter(c)) {
+      pendingSpace = !out.empty();
+      return;
+    }
+    if (pendingSpace) out.push_back(' ');
+    pendingSpace = false;
+    out.append(c);
+  });
+  return {std::move(out)};
+}
+
+BaseResult OnBase::operator()(const op::RemoveAccents&) const {
+  return {unicode::foldDiacritics(base)};
+}
+
+BaseResult OnBase::operator()(const op::RemoveInvalidCharacters&) const {
+  std::string out;
+  forEachCharacter(base,
+                   [&](std::string_view c) { out.append(isInvalidCharacter(c) ? stateText : c); });
+  return {std::move(out)};
+}
+
+BaseResult OnBase::operator()(const op::Truncate& o) const {
+  const LocatedName name(base);
+  std::size_t keep = clampToLength(o.maxCharacters, name.length());
+  while (keep > 0 && isWhitespaceCharacter(slice(name, keep - 1, keep)))
+    --keep;
+  return {slice(name, 0, keep)};
+}
+
+BaseResult OnBase::operator()(const op::RemoveEmoji&) const {
+  std::string out;
+  forEachCharacter(base, [&](std::string_view c) {
+    if (!isEmojiCharacter(c)) out.append(c);
+  });
+  return {std::move(out)};
+}
+
+BaseResult OnBase::operator()(const op::SetExtension&) const {
+  return unchanged();
+}
+
+BaseResult OnBase::operator()(const op::ChangeExtensionCase&) const {
+  return unchanged();
+}
+
 BaseResult applyToBase(const RenameOperation& operation, const PreparedOperation& prepared,
                        std::string_view stateText, const std::string& base,
                        const SeparatorSet& separators) {
-  const std::vector<AnchorFinder>& finders = prepared.finders;
-  const BlockRef& stateBlock = prepared.block;
-  auto unchanged = [&] { return BaseResult{base, std::nullopt}; };
-  return std::visit(
-      Overloaded{
-          [&](const op::Insert& o) -> BaseResult {
-            const LocatedName name(base);
-            std::optional<std::size_t> at;
-            switch (o.at.kind) {
-              case InsertPosition::Kind::index:
-                at = clampToLength(o.at.offset, name.length());
-                break;
-              case InsertPosition::Kind::before:
-              case InsertPosition::Kind::after:
-                if (const auto r = finders[0].range(name)) {
-                  at = o.at.kind == InsertPosition::Kind::before ? r->lower : r->upper;
-                }
-                break;
-              case InsertPosition::Kind::beforeBlock:
-              case InsertPosition::Kind::afterBlock: {
-                const BlockedName blocked = BlockedName::split(base, separators);
-                if (const auto index = findBlock(stateBlock, blocked.tokens())) {
-                  const CharRange r = TextLocating::blockRange(*index, blocked.tokens());
-                  at = o.at.kind == InsertPosition::Kind::beforeBlock ? r.lower : r.upper;
-                }
-                break;
-              }
-              case InsertPosition::Kind::start:
-                at = 0;
-                break;
-              case InsertPosition::Kind::end:
-                at = name.length();
-                break;
-            }
-            if (!at) return unchanged();
-            std::string out = base;
-            out.insert(name.byteOffset(*at), stateText);
-            return {std::move(out)};
-          },
-          [&](const op::DeleteBlock&) -> BaseResult {
-            BlockedName blocked = BlockedName::split(base, separators);
-            std::vector<NameToken> tokens = blocked.tokens();
-            const auto index = findBlock(stateBlock, tokens);
-            if (!index) return unchanged();
-            const auto i = static_cast<std::ptrdiff_t>(*index);
-            if (*index + 1 < tokens.size()) {
-              tokens.erase(tokens.begin() + i, tokens.begin() + i + 2);
-            } else if (*index > 0) {
-              tokens.erase(tokens.begin() + i - 1, tokens.begin() + i + 1);
-            } else {
-              tokens.erase(tokens.begin() + i);
-            }
-            return {joinTokens(tokens)};
-          },
-          [&](const op::DeleteText&) -> BaseResult {
-            const LocatedName name(base);
-            return {replaceRanges(name, finders[0].ranges(name), {})};
-          },
-          [&](const op::DeleteCharacters& o) -> BaseResult {
-            const LocatedName name(base);
-            // The start is clamped into the name first, then `count` characters go from there:
-            // deleting two characters "from -5" deletes the first two.
-            const std::size_t start = clampToLength(o.from, name.length());
-            const std::size_t end = clampToLength(
-                saturatingAdd(static_cast<std::int64_t>(start), std::max<std::int64_t>(o.count, 0)),
-                name.length());
-            if (end <= start) return unchanged();
-            return {replaceRanges(name, {CharRange{start, end}}, {})};
-          },
-          [&](const op::DeleteBetween& o) -> BaseResult {
-            const LocatedName name(base);
-            const auto start = finders[0].range(name);
-            if (!start) return unchanged();
-            std::optional<CharRange> end;
-            for (const CharRange& hit : finders[1].hits(name)) {
-              if (hit.lower < start->upper) continue;
-              end = hit;
-              if (prepared.endOccurrence != Occurrence::last) break;
-            }
-            if (!end) return unchanged();
-            const CharRange cut = o.inclusive ? CharRange{start->lower, end->upper}
-                                              : CharRange{start->upper, end->lower};
-            return {replaceRanges(name, {cut}, {})};
-          },
-          [&](const op::DeleteBefore& o) -> BaseResult {
-            const LocatedName name(base);
-            const auto r = finders[0].range(name);
-            if (!r) return unchanged();
-            return {slice(name, o.inclusive ? r->upper : r->lower, name.length())};
-          },
-          [&](const op::DeleteAfter& o) -> BaseResult {
-            const LocatedName name(base);
-            const auto r = finders[0].range(name);
-            if (!r) return unchanged();
-            return {slice(name, 0, o.inclusive ? r->lower : r->upper)};
-          },
-          [&](const op::Replace&) -> BaseResult {
-            const LocatedName name(base);
-            return {replaceRanges(name, finders[0].ranges(name), stateText)};
-          },
-          [&](const op::ReplaceRegex& o) -> BaseResult {
-            const icu::RegexPattern* regex = prepared.regex.get();
-            if (prepared.invalidPattern || regex == nullptr) {
-              return {base, OperationIssue::invalidPattern()};
-            }
-            UErrorCode status = U_ZERO_ERROR;
-            UText ut = UTEXT_INITIALIZER;
-            utext_openUTF8(&ut, base.data(), static_cast<int64_t>(base.size()), &status);
-            std::unique_ptr<icu::RegexMatcher> matcher(regex->matcher(status));
-            if (U_FAILURE(status) || !matcher) {
-              utext_close(&ut);
-              return {base, OperationIssue::invalidPattern()};
-            }
-            matcher->reset(&ut);
-            matcher->setTimeLimit(kRegexTimeLimit, status);
-            struct Match {
-              std::size_t begin, end;
-              std::string replacement;
-            };
-            std::vector<Match> matches;
-            while (matcher->find(status) && U_SUCCESS(status)) {
-              Match m{static_cast<std::size_t>(matcher->start64(status)),
-                      static_cast<std::size_t>(matcher->end64(status)),
-                      {}};
-              if (U_FAILURE(status)) break;
-              // Only the kept matches need their replacement; `last` keeps overwriting.
-              expandTemplate(stateText, *matcher, base, m.replacement);
-              if (o.occurrence == Occurrence::last) matches.clear();
-              matches.push_back(std::move(m));
-              if (o.occurrence == Occurrence::first) break;
-            }
-            utext_close(&ut);
-            // Out of time (or of backtracking stack): no half-done replacement.
-            if (status == U_REGEX_TIME_OUT || status == U_REGEX_STACK_OVERFLOW) {
-              return {base, OperationIssue::patternTooSlow()};
-            }
-            std::string out;
-            std::size_t at = 0;
-            for (const Match& m : matches) {
-              out.append(base, at, m.begin - at).append(m.replacement);
-              at = m.end;
-            }
-            out.append(base, at, std::string::npos);
-            return {std::move(out)};
-          },
-          [&](const op::ReplaceBlock&) -> BaseResult {
-            BlockedName blocked = BlockedName::split(base, separators);
-            std::vector<NameToken> tokens = blocked.tokens();
-            const auto index = findBlock(stateBlock, tokens);
-            if (!index) return unchanged();
-            tokens[*index].text = std::string(stateText);
-            return {joinTokens(tokens)};
-          },
-          [&](const op::ReplaceBefore&) -> BaseResult {
-            const LocatedName name(base);
-            const auto r = finders[0].range(name);
-            if (!r) return unchanged();
-            std::string out(stateText);
-            return {out.append(slice(name, r->lower, name.length()))};
-          },
-          [&](const op::ReplaceAfter&) -> BaseResult {
-            const LocatedName name(base);
-            const auto r = finders[0].range(name);
-            if (!r) return unchanged();
-            return {slice(name, 0, r->upper).append(stateText)};
-          },
-          [&](const op::MoveBlock& o) -> BaseResult {
-            BlockedName blocked = BlockedName::split(base, separators);
-            std::vector<NameToken> tokens = blocked.tokens();
-            const auto index = findBlock(stateBlock, tokens);
-            if (!index) return unchanged();
-            std::vector<std::string> blocks;
-            std::size_t moved = 0;
-            for (std::size_t i = 0; i < tokens.size(); ++i) {
-              if (tokens[i].kind != Kind::block) continue;
-              if (i == *index) moved = blocks.size();
-              blocks.push_back(tokens[i].text);
-            }
-            std::string text = std::move(blocks[moved]);
-            blocks.erase(blocks.begin() + static_cast<std::ptrdiff_t>(moved));
-            const std::size_t to = clampToLength(o.toIndex, blocks.size());
-            blocks.insert(blocks.begin() + static_cast<std::ptrdiff_t>(to), std::move(text));
-            std::size_t next = 0;
-            for (NameToken& t : tokens) {
-              if (t.kind == Kind::block) t.text = std::move(blocks[next++]);
-            }
-            return {joinTokens(tokens)};
-          },
-          [&](const op::ChangeCase& o) -> BaseResult {
-            return {applyCase(o.style, base, separators)};
-          },
-          [&](const op::CollapseWhitespace&) -> BaseResult {
-            std::string out;
-            bool pendingSpace = false;
-            forEachCharacter(base, [&](std::string_view c) {
-              if (isWhitespaceCharacter(c)) {
-                pendingSpace = !out.empty();
-                return;
-              }
-              if (pendingSpace) out.push_back(' ');
-              pendingSpace = false;
-              out.append(c);
-            });
-            return {std::move(out)};
-          },
-          [&](const op::RemoveAccents&) -> BaseResult { return {unicode::foldDiacritics(base)}; },
-          [&](const op::RemoveInvalidCharacters&) -> BaseResult {
-            std::string out;
-            forEachCharacter(base, [&](std::string_view c) {
-              out.append(isInvalidCharacter(c) ? stateText : c);
-            });
-            return {std::move(out)};
-          },
-          [&](const op::Truncate& o) -> BaseResult {
-            const LocatedName name(base);
-            std::size_t keep = clampToLength(o.maxCharacters, name.length());
-            while (keep > 0 && isWhitespaceCharacter(slice(name, keep - 1, keep)))
-              --keep;
-            return {slice(name, 0, keep)};
-          },
-          [&](const op::RemoveEmoji&) -> BaseResult {
-            std::string out;
-            forEachCharacter(base, [&](std::string_view c) {
-              if (!isEmojiCharacter(c)) out.append(c);
-            });
-            return {std::move(out)};
-          },
-          [&](const op::SetExtension&) -> BaseResult { return unchanged(); },
-          [&](const op::ChangeExtensionCase&) -> BaseResult { return unchanged(); },
-      },
-      operation.value);
+  return std::visit(OnBase{prepared, stateText, base, separators}, operation.value);
 }
 
 }  // namespace

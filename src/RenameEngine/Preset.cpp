@@ -1,5 +1,6 @@
 #include "Preset.h"
 
+#include "JsonDecoders.h"
 #include "Unicode.h"
 
 namespace tessane {

@@ -1,5 +1,8 @@
 #include "RenameOperation.h"
 
+#include "JsonDecoders.h"
+#include "StoredText.h"
+
 #include <array>
 
 namespace tessane {
@@ -53,16 +56,13 @@ bool RenameOperation::touchesExtension() const {
          std::holds_alternative<op::ChangeExtensionCase>(value);
 }
 
+namespace {
+constexpr std::pair<CaseStyle, std::string_view> kCaseStyles[] = {
+    {CaseStyle::upper, "upper"}, {CaseStyle::lower, "lower"}, {CaseStyle::title, "title"}};
+}  // namespace
+
 std::string_view caseName(CaseStyle style) {
-  switch (style) {
-    case CaseStyle::upper:
-      return "upper";
-    case CaseStyle::lower:
-      return "lower";
-    case CaseStyle::title:
-      return "title";
-  }
-  return "upper";
+  return storedText(kCaseStyles, style);
 }
 
 Json toJson(CaseStyle style) {
@@ -142,9 +142,7 @@ namespace json {
 
 CaseStyle decodeCaseStyle(const Json& value, std::string_view key) {
   const std::string name = decodeString(value, key);
-  for (CaseStyle s : {CaseStyle::upper, CaseStyle::lower, CaseStyle::title}) {
-    if (caseName(s) == name) return s;
-  }
+  if (const std::optional<CaseStyle> s = fromStoredText(kCaseStyles, name)) return *s;
   throw DecodeError(unknownCase("case style", name));
 }
 

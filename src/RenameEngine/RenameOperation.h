@@ -197,9 +197,4 @@ Json toJson(CaseStyle style);
 Json toJson(const RenameOperation& operation);
 Decoded<RenameOperation> decodeRenameOperation(const Json& value);
 
-namespace json {
-CaseStyle decodeCaseStyle(const Json& value, std::string_view key);
-RenameOperation decodeOperation(const Json& value);  // throws DecodeError
-}  // namespace json
-
 }  // namespace tessane

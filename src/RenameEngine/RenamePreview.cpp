@@ -7,7 +7,9 @@
 #include "CaptureTime.h"
 #include "FileName.h"
 #include "NameKey.h"
+#include "NaturalOrder.h"
 #include "Parallel.h"
+#include "StoredText.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -24,47 +26,38 @@ std::string suffixed(const FileName& name, int n) {
 
 }  // namespace
 
+namespace {
+constexpr std::pair<BatchOrder, std::string_view> kOrders[] = {
+    {BatchOrder::captureTime, "captureTime"},
+    {BatchOrder::asGiven, "asGiven"},
+    {BatchOrder::name, "name"}};
+constexpr std::pair<DuplicatePolicy, std::string_view> kPolicies[] = {
+    {DuplicatePolicy::markError, "markError"}, {DuplicatePolicy::addSuffix, "addSuffix"}};
+constexpr std::pair<PreviewStatus, std::string_view> kStatuses[] = {
+    {PreviewStatus::unchanged, "unchanged"},
+    {PreviewStatus::ok, "ok"},
+    {PreviewStatus::warning, "warning"},
+    {PreviewStatus::error, "error"}};
+}  // namespace
+
 std::string_view rawValue(BatchOrder order) {
-  switch (order) {
-    case BatchOrder::captureTime:
-      return "captureTime";
-    case BatchOrder::asGiven:
-      return "asGiven";
-    case BatchOrder::name:
-      return "name";
-  }
-  return "captureTime";
+  return storedText(kOrders, order);
 }
 
 std::optional<BatchOrder> batchOrderFromRawValue(std::string_view text) {
-  for (BatchOrder o : {BatchOrder::captureTime, BatchOrder::asGiven, BatchOrder::name}) {
-    if (rawValue(o) == text) return o;
-  }
-  return std::nullopt;
+  return fromStoredText(kOrders, text);
 }
 
 std::string_view rawValue(DuplicatePolicy policy) {
-  return policy == DuplicatePolicy::addSuffix ? "addSuffix" : "markError";
+  return storedText(kPolicies, policy);
 }
 
 std::optional<DuplicatePolicy> duplicatePolicyFromRawValue(std::string_view text) {
-  if (text == "markError") return DuplicatePolicy::markError;
-  if (text == "addSuffix") return DuplicatePolicy::addSuffix;
-  return std::nullopt;
+  return fromStoredText(kPolicies, text);
 }
 
 std::string_view caseName(PreviewStatus status) {
-  switch (status) {
-    case PreviewStatus::unchanged:
-      return "unchanged";
-    case PreviewStatus::ok:
-      return "ok";
-    case PreviewStatus::warning:
-      return "warning";
-    case PreviewStatus::error:
-      return "error";
-  }
-  return "unchanged";
+  return storedText(kStatuses, status);
 }
 
 bool RenamePreview::hasErrors() const {
@@ -155,26 +148,24 @@ struct PreparedBatch::Data {
   std::unordered_map<std::string, std::vector<std::string>> outsideTwins;
 };
 
-PreparedBatch::PreparedBatch(std::shared_ptr<const std::vector<RenameSubject>> given,
-                             const TwinOptions& twinOptions, BatchOrder batchOrder,
-                             const std::unordered_map<std::string, FolderContents>& folderContents)
-    : d_(std::make_unique<Data>()) {
-  Data& d = *d_;
-  d.subjects = std::move(given);
-  d.twins = twinOptions;
+namespace {
+
+using FolderMap = std::unordered_map<std::string, FolderContents>;
+
+// What is known of each file before any rule: its parsed name, key, folder and twin key; then the
+// batch order, the twin groups and each file's row.
+void describeFiles(PreparedBatch::Data& d, BatchOrder batchOrder,
+                   std::vector<std::string>& folderTags) {
   const std::vector<RenameSubject>& subjects = *d.subjects;
   const std::size_t count = subjects.size();
-
-  // What is known of each file before any rule: its parsed name, key, folder and twin key.
-  FolderIds& folders = d.folders;
   d.current.resize(count);
   d.currentKeys.resize(count);
   d.folderOf.resize(count);
   d.twinKeys.resize(count);
   for (std::size_t i = 0; i < count; ++i)
-    d.folderOf[i] = folders.idOf(subjects[i].folder.native());
-  std::vector<std::string> folderTags(folders.size());  // what twin keys tell folders apart by
-  for (std::size_t f = 0; f < folders.size(); ++f)
+    d.folderOf[i] = d.folders.idOf(subjects[i].folder.native());
+  folderTags.resize(d.folders.size());  // what twin keys tell folders apart by
+  for (std::size_t f = 0; f < d.folders.size(); ++f)
     folderTags[f] = std::to_string(f);
   parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     for (std::size_t i = begin; i < end; ++i) {
@@ -189,70 +180,82 @@ PreparedBatch::PreparedBatch(std::shared_ptr<const std::vector<RenameSubject>> g
   d.rowOf.resize(count);
   for (std::size_t row = 0; row < d.order.size(); ++row)
     d.rowOf[d.order[row]] = row;
+}
 
-  const std::vector<std::size_t>& folderOf = d.folderOf;
-  const std::vector<std::string>& currentKeys = d.currentKeys;
-  const std::unordered_map<std::string, FolderContents>& requestFolders = folderContents;
-  // Per folder: the keys of the batch's own current names, and the keys of the names of every
-  // other entry already there. An entry is the batch's own only under its exact name: on a
-  // case-sensitive disk "p.jpg" beside the batch's "P.jpg" is another file, and it holds the
-  // name. A batch file that the listing lacks under its exact name (given in another case on a
-  // card that ignores case) owns the entries that share its key.
-  std::vector<KeyViews> own(folders.size());
-  for (std::size_t i = 0; i < count; ++i)
-    own[folderOf[i]].insert(currentKeys[i]);
-  std::vector<bool>& listed = d.listed;
-  listed.assign(folders.size(), false);
-  std::vector<KeyViews> listedNames(folders.size());
-  for (std::size_t f = 0; f < folders.size(); ++f) {
-    const auto it = requestFolders.find(folders.path(f));
+// Per folder: whether it was listed, and the keys of the names of every entry already there that
+// is not the batch's own. An entry is the batch's own only under its exact name: on a
+// case-sensitive disk "p.jpg" beside the batch's "P.jpg" is another file, and it holds the name.
+// A batch file that the listing lacks under its exact name (given in another case on a card that
+// ignores case) owns the entries that share its key.
+void findNamesOutside(PreparedBatch::Data& d, const FolderMap& requestFolders) {
+  const std::vector<RenameSubject>& subjects = *d.subjects;
+  const std::size_t folderCount = d.folders.size();
+  d.listed.assign(folderCount, false);
+  std::vector<KeyViews> listedNames(folderCount);
+  for (std::size_t f = 0; f < folderCount; ++f) {
+    const auto it = requestFolders.find(d.folders.path(f));
     if (it == requestFolders.end() || !it->second.listed) continue;
-    listed[f] = true;
+    d.listed[f] = true;
     listedNames[f].reserve(it->second.names.size());
     for (const std::string& name : it->second.names)
       listedNames[f].insert(name);
   }
-  std::vector<KeyViews> ownNames(folders.size());
-  std::vector<KeyViews> ownUnlisted(folders.size());
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::size_t f = folderOf[i];
-    if (!listed[f]) continue;
+  std::vector<KeyViews> ownNames(folderCount);
+  std::vector<KeyViews> ownUnlisted(folderCount);
+  for (std::size_t i = 0; i < subjects.size(); ++i) {
+    const std::size_t f = d.folderOf[i];
+    if (!d.listed[f]) continue;
     ownNames[f].insert(subjects[i].name);
-    if (listedNames[f].count(subjects[i].name) == 0) ownUnlisted[f].insert(currentKeys[i]);
+    if (listedNames[f].count(subjects[i].name) == 0) ownUnlisted[f].insert(d.currentKeys[i]);
   }
-  std::vector<std::vector<std::string>>& outsideStore = d.outsideStore;
-  outsideStore.resize(folders.size());
-  std::vector<KeyViews>& outside = d.outside;
-  outside.resize(folders.size());
-  for (std::size_t f = 0; f < folders.size(); ++f) {
-    if (!listed[f]) continue;
-    std::vector<std::string>& store = outsideStore[f];
-    const std::vector<std::string>& names = requestFolders.find(folders.path(f))->second.names;
+  d.outsideStore.resize(folderCount);
+  d.outside.resize(folderCount);
+  for (std::size_t f = 0; f < folderCount; ++f) {
+    if (!d.listed[f]) continue;
+    std::vector<std::string>& store = d.outsideStore[f];
+    const std::vector<std::string>& names = requestFolders.find(d.folders.path(f))->second.names;
     store.reserve(names.size());
     for (const std::string& name : names) {
       if (ownNames[f].count(name) > 0) continue;
       std::string key = NameKey::of(name).value;
       if (ownUnlisted[f].count(key) == 0) store.push_back(std::move(key));
     }
-    outside[f].reserve(store.size());
+    d.outside[f].reserve(store.size());
     for (const std::string& key : store)
-      outside[f].insert(key);
+      d.outside[f].insert(key);
   }
+}
 
-  // Twins outside the batch, by twin key, from each folder's files.
-  std::unordered_map<std::string, std::vector<std::string>>& outsideTwins = d.outsideTwins;
-  if (d.twins.isEnabled) {
-    for (std::size_t f = 0; f < folders.size(); ++f) {
-      const auto it = requestFolders.find(folders.path(f));
-      if (it == requestFolders.end()) continue;
-      for (const std::string& file : it->second.files) {
-        if (own[f].count(NameKey::of(file).value) > 0) continue;
-        if (auto key = twinKey(file, folderTags[f], d.twins)) {
-          outsideTwins[*key].push_back(file);
-        }
-      }
+// Twins outside the batch, by twin key, from each folder's files.
+void findTwinsOutside(PreparedBatch::Data& d, const FolderMap& requestFolders,
+                      const std::vector<std::string>& folderTags) {
+  if (!d.twins.isEnabled) return;
+  // Per folder: the keys of the batch's own current names.
+  std::vector<KeyViews> own(d.folders.size());
+  for (std::size_t i = 0; i < d.subjects->size(); ++i)
+    own[d.folderOf[i]].insert(d.currentKeys[i]);
+  for (std::size_t f = 0; f < d.folders.size(); ++f) {
+    const auto it = requestFolders.find(d.folders.path(f));
+    if (it == requestFolders.end()) continue;
+    for (const std::string& file : it->second.files) {
+      if (own[f].count(NameKey::of(file).value) > 0) continue;
+      if (auto key = twinKey(file, folderTags[f], d.twins)) d.outsideTwins[*key].push_back(file);
     }
   }
+}
+
+}  // namespace
+
+PreparedBatch::PreparedBatch(std::shared_ptr<const std::vector<RenameSubject>> given,
+                             const TwinOptions& twinOptions, BatchOrder batchOrder,
+                             const std::unordered_map<std::string, FolderContents>& folderContents)
+    : d_(std::make_unique<Data>()) {
+  d_->subjects = std::move(given);
+  d_->twins = twinOptions;
+  std::vector<std::string> folderTags;
+  describeFiles(*d_, batchOrder, folderTags);
+  findNamesOutside(*d_, folderContents);
+  findTwinsOutside(*d_, folderContents, folderTags);
 }
 
 PreparedBatch::~PreparedBatch() = default;
@@ -275,169 +278,206 @@ RenamePreview buildPreview(const PreviewRequest& request, const CompiledRuleStac
   return buildPreview(batch, stack, request.naming, request.duplicates);
 }
 
-RenamePreview buildPreview(const PreparedBatch& batch, const CompiledRuleStack& stack,
-                           const NamingContext& naming, DuplicatePolicy duplicates) {
-  const PreparedBatch::Data& d = *batch.d_;
-  const std::vector<RenameSubject>& subjects = *d.subjects;
-  const std::size_t count = subjects.size();
-  const std::vector<FileName>& current = d.current;
-  const std::vector<std::size_t>& folderOf = d.folderOf;
-  const std::vector<std::optional<std::string>>& twinKeys = d.twinKeys;
-  const std::vector<TwinGroup>& groups = d.groups;
-  const std::vector<std::size_t>& rowOf = d.rowOf;
-  const std::vector<bool>& listed = d.listed;
-  const std::vector<KeyViews>& outside = d.outside;
-  const std::unordered_map<std::string, std::vector<std::string>>& outsideTwins = d.outsideTwins;
-  const std::size_t folderCount = d.folders.size();
+namespace {
 
-  // The primaries go through the rules in batch order.
+using Data = PreparedBatch::Data;
+
+// Names: the primaries go through the rules in batch order, and each member of a twin group takes
+// its primary's new base with its own extension.
+std::vector<PlannedRename> nameRows(const Data& d, const CompiledRuleStack& stack,
+                                    const NamingContext& naming) {
+  const std::vector<RenameSubject>& subjects = *d.subjects;
   std::vector<const RenameSubject*> primaries;
-  primaries.reserve(groups.size());
-  for (const TwinGroup& g : groups)
+  primaries.reserve(d.groups.size());
+  for (const TwinGroup& g : d.groups)
     primaries.push_back(&subjects[g.primary]);
   std::vector<RuleResult> results = stack.apply(primaries, naming);
 
-  RenamePreview preview;
-  std::vector<PlannedRename>& items = preview.items;
-  items.resize(count);
-
-  // Names: each member takes its primary's new base with its own extension.
-  for (std::size_t g = 0; g < groups.size(); ++g) {
-    const TwinGroup& group = groups[g];
+  std::vector<PlannedRename> items(subjects.size());
+  for (std::size_t g = 0; g < d.groups.size(); ++g) {
+    const TwinGroup& group = d.groups[g];
     RuleResult& result = results[g];
     for (std::size_t member : group.members) {
-      PlannedRename& row = items[rowOf[member]];
+      PlannedRename& row = items[d.rowOf[member]];
       row.subjectIndex = member;
-      row.primaryIndex = rowOf[group.primary];
-      row.newName = member == group.primary
-                        ? result.newName
-                        : FileName{result.newName.base,
-                                   stack.twinExtension(subjects[member], current[group.primary].ext,
-                                                       result.newName.ext)};
-      row.changes = row.newName.fullName() != current[member].fullName();
+      row.primaryIndex = d.rowOf[group.primary];
+      row.newName =
+          member == group.primary
+              ? result.newName
+              : FileName{result.newName.base,
+                         stack.twinExtension(subjects[member], d.current[group.primary].ext,
+                                             result.newName.ext)};
+      row.changes = row.newName.fullName() != d.current[member].fullName();
       for (const RuleIssue& issue : result.issues) {
         row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::rule, issue, {}});
       }
     }
-    items[rowOf[group.primary]].steps = std::move(result.changedBy);
+    items[d.rowOf[group.primary]].steps = std::move(result.changedBy);
   }
-  auto folderOfRow = [&](std::size_t r) { return folderOf[items[r].subjectIndex]; };
+  return items;
+}
 
-  // Clashes within the batch. A row that keeps its name clashes with nothing: it is not moved,
-  // it only holds its name against the rows that change.
+// Clashes within the batch, marked as errors. A row that keeps its name clashes with nothing: it
+// is not moved, it only holds its name against the rows that change.
+std::vector<bool> markDuplicates(const Data& d, const std::vector<PlannedRename>& items,
+                                 const std::vector<std::string>& newKeys) {
+  const auto folderOfRow = [&](std::size_t r) { return d.folderOf[items[r].subjectIndex]; };
+  std::vector<std::unordered_map<std::string_view, std::size_t>> seen(d.folders.size());
+  for (std::size_t r = 0; r < items.size(); ++r)
+    ++seen[folderOfRow(r)][newKeys[r]];
+  std::vector<bool> duplicate(items.size(), false);
+  for (std::size_t r = 0; r < items.size(); ++r)
+    duplicate[r] = items[r].changes && seen[folderOfRow(r)][newKeys[r]] > 1;
+  return duplicate;
+}
+
+// Clashes within the batch, resolved by numbers. Groups that keep their names hold them first;
+// then the groups that change take their names in batch order, and a group whose names are taken
+// tries "-2", "-3"… with one number for all its members. A number passed over for some base and
+// extensions is never free again for them, so each such group starts where the last one stopped.
+class SuffixPlanner {
+ public:
+  SuffixPlanner(const Data& d, std::vector<PlannedRename>& items, std::vector<std::string>& newKeys)
+      : d_(d), items_(items), newKeys_(newKeys), planned_(d.folders.size()) {
+    for (KeyViews& keys : planned_)
+      keys.reserve(items.size());
+  }
+
+  // Which rows keep a clash because every number is taken.
+  std::vector<bool> run() {
+    std::vector<bool> duplicate(items_.size(), false);
+    for (const TwinGroup& group : d_.groups) {
+      if (!keepsItsNames(group)) continue;
+      for (std::size_t m : group.members)
+        planned_[folderOfRow(d_.rowOf[m])].insert(newKeys_[d_.rowOf[m]]);
+    }
+    for (const TwinGroup& group : d_.groups) {
+      if (keepsItsNames(group)) continue;
+      rows_.clear();
+      wanted_.clear();
+      for (std::size_t m : group.members) {
+        rows_.push_back(d_.rowOf[m]);
+        wanted_.push_back(newKeys_[d_.rowOf[m]]);
+      }
+      if (!isFree(wanted_) && !number()) {
+        // Every number is taken: the clash stays, as an error.
+        for (std::size_t r : rows_)
+          duplicate[r] = planned_[folderOfRow(r)].count(newKeys_[r]) > 0;
+      }
+      for (std::size_t r : rows_)
+        planned_[folderOfRow(r)].insert(newKeys_[r]);
+    }
+    return duplicate;
+  }
+
+ private:
+  std::size_t folderOfRow(std::size_t r) const { return d_.folderOf[items_[r].subjectIndex]; }
+
+  bool keepsItsNames(const TwinGroup& group) const {
+    return std::none_of(group.members.begin(), group.members.end(),
+                        [&](std::size_t m) { return items_[d_.rowOf[m]].changes; });
+  }
+
+  // Whether the group's rows may take `keys`: held by no entry outside, by no planned name, and
+  // not twice in one folder.
+  template <typename Keys>
+  bool isFree(const Keys& keys) const {
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      const std::size_t f = folderOfRow(rows_[i]);
+      if (d_.outside[f].count(keys[i]) > 0 || planned_[f].count(keys[i]) > 0) return false;
+      for (std::size_t j = 0; j < i; ++j) {
+        if (keys[j] == keys[i] && folderOfRow(rows_[j]) == f) return false;
+      }
+    }
+    return true;
+  }
+
+  // Gives the group's rows the first free number; false when every number is taken.
+  bool number() {
+    std::string signature = std::to_string(folderOfRow(rows_.front()));
+    for (std::string_view k : wanted_)
+      signature.append(1, '\0').append(k);
+    candidate_.resize(rows_.size());
+    int& n = nextSuffix_.try_emplace(std::move(signature), kFirstSuffix).first->second;
+    for (; n <= kLastSuffix; ++n) {
+      for (std::size_t i = 0; i < rows_.size(); ++i) {
+        FileName name = items_[rows_[i]].newName;
+        name.base = suffixed(name, n);
+        candidate_[i] = NameKey::of(name.fullName()).value;
+      }
+      if (!isFree(candidate_)) continue;
+      for (std::size_t i = 0; i < rows_.size(); ++i) {
+        items_[rows_[i]].newName.base = suffixed(items_[rows_[i]].newName, n);
+        newKeys_[rows_[i]] = candidate_[i];
+      }
+      ++n;
+      return true;
+    }
+    return false;
+  }
+
+  const Data& d_;
+  std::vector<PlannedRename>& items_;
+  std::vector<std::string>& newKeys_;
+  std::vector<KeyViews> planned_;
+  std::unordered_map<std::string, int> nextSuffix_;
+  std::vector<std::size_t> rows_;
+  std::vector<std::string_view> wanted_;  // the group's own new names, viewed in newKeys
+  std::vector<std::string> candidate_;    // the same with a number
+};
+
+// One row's checks and status.
+void checkRow(const Data& d, PlannedRename& row, const std::string& newKey, bool duplicate) {
+  const std::size_t f = d.folderOf[row.subjectIndex];
+  const std::string newFull = row.newName.fullName();
+  row.changes = newFull != d.current[row.subjectIndex].fullName();
+  if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
+  if (duplicate) row.errors.push_back(NameError::duplicateInBatch());
+  if (row.changes && d.outside[f].count(newKey) > 0) {
+    row.errors.push_back(NameError::existingFile(newFull));
+  }
+
+  if (const auto& key = d.twinKeys[row.subjectIndex]; key && !d.outsideTwins.empty()) {
+    const auto it = d.outsideTwins.find(*key);
+    if (it != d.outsideTwins.end()) {
+      row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
+    }
+  }
+  if (!d.listed[f])
+    row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::folderNotListed, {}, {}});
+
+  if (!row.errors.empty()) {
+    row.status = PreviewStatus::error;
+  } else if (!row.warnings.empty()) {
+    row.status = PreviewStatus::warning;
+  } else {
+    row.status = row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
+  }
+}
+
+}  // namespace
+
+RenamePreview buildPreview(const PreparedBatch& batch, const CompiledRuleStack& stack,
+                           const NamingContext& naming, DuplicatePolicy duplicates) {
+  const Data& d = *batch.d_;
+  const std::size_t count = d.subjects->size();
+  RenamePreview preview;
+  std::vector<PlannedRename>& items = preview.items;
+  items = nameRows(d, stack, naming);
+
   std::vector<std::string> newKeys(count);
   parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     for (std::size_t r = begin; r < end; ++r)
       newKeys[r] = NameKey::of(items[r].newName.fullName()).value;
   });
-  std::vector<bool> duplicate(count, false);
-  if (duplicates == DuplicatePolicy::markError) {
-    std::vector<std::unordered_map<std::string_view, std::size_t>> seen(folderCount);
-    for (std::size_t r = 0; r < count; ++r)
-      ++seen[folderOfRow(r)][newKeys[r]];
-    for (std::size_t r = 0; r < count; ++r)
-      duplicate[r] = items[r].changes && seen[folderOfRow(r)][newKeys[r]] > 1;
-  } else {
-    // Groups that keep their names hold them first; then the groups that change take their names
-    // in batch order, and a group whose names are taken tries "-2", "-3"… with one number for
-    // all its members. A number passed over for some base and extensions is never free again for
-    // them, so each such group starts where the last one stopped.
-    std::vector<KeyViews> planned(folderCount);
-    for (KeyViews& keys : planned)
-      keys.reserve(count);
-    auto keepsItsNames = [&](const TwinGroup& group) {
-      return std::none_of(group.members.begin(), group.members.end(),
-                          [&](std::size_t m) { return items[rowOf[m]].changes; });
-    };
-    for (const TwinGroup& group : groups) {
-      if (!keepsItsNames(group)) continue;
-      for (std::size_t m : group.members)
-        planned[folderOfRow(rowOf[m])].insert(newKeys[rowOf[m]]);
-    }
-    std::unordered_map<std::string, int> nextSuffix;
-    std::vector<std::size_t> rows;
-    std::vector<std::string_view> wanted;  // the group's own new names, viewed in newKeys
-    std::vector<std::string> candidate;    // the same with a number
-    auto isFree = [&](const auto& keys) {
-      for (std::size_t i = 0; i < keys.size(); ++i) {
-        const std::size_t f = folderOfRow(rows[i]);
-        if (outside[f].count(keys[i]) > 0 || planned[f].count(keys[i]) > 0) return false;
-        for (std::size_t j = 0; j < i; ++j) {
-          if (keys[j] == keys[i] && folderOfRow(rows[j]) == f) return false;
-        }
-      }
-      return true;
-    };
-    for (const TwinGroup& group : groups) {
-      if (keepsItsNames(group)) continue;
-      rows.clear();
-      wanted.clear();
-      for (std::size_t m : group.members) {
-        rows.push_back(rowOf[m]);
-        wanted.push_back(newKeys[rowOf[m]]);
-      }
-      if (!isFree(wanted)) {
-        std::string signature = std::to_string(folderOfRow(rows.front()));
-        for (std::string_view k : wanted)
-          signature.append(1, '\0').append(k);
-        candidate.resize(rows.size());
-        int& n = nextSuffix.try_emplace(std::move(signature), kFirstSuffix).first->second;
-        bool found = false;
-        for (; n <= kLastSuffix && !found; ++n) {
-          for (std::size_t i = 0; i < rows.size(); ++i) {
-            FileName name = items[rows[i]].newName;
-            name.base = suffixed(name, n);
-            candidate[i] = NameKey::of(name.fullName()).value;
-          }
-          if (!isFree(candidate)) continue;
-          for (std::size_t i = 0; i < rows.size(); ++i) {
-            items[rows[i]].newName.base = suffixed(items[rows[i]].newName, n);
-            newKeys[rows[i]] = candidate[i];
-          }
-          found = true;
-        }
-        if (!found) {
-          // Every number is taken: the clash stays, as an error.
-          for (std::size_t r : rows)
-            duplicate[r] = planned[folderOfRow(r)].count(newKeys[r]) > 0;
-        }
-      }
-      for (std::size_t r : rows)
-        planned[folderOfRow(r)].insert(newKeys[r]);
-    }
-  }
+  const std::vector<bool> duplicate = duplicates == DuplicatePolicy::markError
+                                          ? markDuplicates(d, items, newKeys)
+                                          : SuffixPlanner(d, items, newKeys).run();
 
   // Each row's checks and status, rows apart from one another.
   parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
-    for (std::size_t r = begin; r < end; ++r) {
-      PlannedRename& row = items[r];
-      const std::size_t f = folderOfRow(r);
-      const std::string newFull = row.newName.fullName();
-      row.changes = newFull != current[row.subjectIndex].fullName();
-      if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
-      if (duplicate[r]) row.errors.push_back(NameError::duplicateInBatch());
-      if (row.changes && outside[f].count(newKeys[r]) > 0) {
-        row.errors.push_back(NameError::existingFile(newFull));
-      }
-
-      if (const auto& key = twinKeys[row.subjectIndex]; key && !outsideTwins.empty()) {
-        const auto it = outsideTwins.find(*key);
-        if (it != outsideTwins.end()) {
-          row.warnings.push_back(
-              PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, it->second});
-        }
-      }
-      if (!listed[f])
-        row.warnings.push_back(PreviewWarning{PreviewWarning::Kind::folderNotListed, {}, {}});
-
-      if (!row.errors.empty()) {
-        row.status = PreviewStatus::error;
-      } else if (!row.warnings.empty()) {
-        row.status = PreviewStatus::warning;
-      } else {
-        row.status = row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
-      }
-    }
+    for (std::size_t r = begin; r < end; ++r)
+      checkRow(d, items[r], newKeys[r], duplicate[r]);
   });
   for (std::size_t r = 0; r < count; ++r) {
     if (items[r].changes && items[r].errors.empty()) preview.changedFiles.push_back(r);

@@ -1,6 +1,7 @@
 #include "Rule.h"
 
 #include "FileName.h"
+#include "JsonDecoders.h"
 #include "Unicode.h"
 
 namespace tessane {

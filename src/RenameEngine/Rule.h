@@ -94,12 +94,4 @@ Json toJson(const RuleAction& action);
 Json toJson(const RuleCondition& condition);
 Json toJson(const Rule& rule);
 
-namespace json {
-// Throwing decoders (see JsonCoding.h). A rule without an "id" gets a new one; absent
-// "conditions" mean every file, absent "isEnabled" means on.
-RuleAction decodeRuleAction(const Json& value);
-RuleCondition decodeRuleCondition(const Json& value);
-Rule decodeRule(const Json& value);
-}  // namespace json
-
 }  // namespace tessane

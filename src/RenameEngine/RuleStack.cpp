@@ -3,6 +3,7 @@
 #include <unicode/timezone.h>
 
 #include "DateFormatterCache.h"
+#include "JsonDecoders.h"
 #include "NameKey.h"
 #include "Parallel.h"
 #include "Template.h"
@@ -21,7 +22,26 @@ struct CompiledRuleStack::Compiled {
   std::shared_ptr<const SeparatorSet> separators;
   std::vector<CompiledRule> rules;          // enabled rules only, top to bottom
   std::vector<std::size_t> extensionRules;  // those of `rules` that change the extension
+
+  // Per rule, per subject: the rule's numbers (nullopt: past the limit); empty for rules that
+  // count nothing.
+  using Numbers = std::vector<std::vector<std::optional<std::int64_t>>>;
+  // Per rule, per subject: whether the rule acts on the file.
+  using Acts = std::vector<std::vector<char>>;
+
+  Acts whichAct(const std::vector<const RenameSubject*>& subjects) const;
+  Numbers count(const std::vector<const RenameSubject*>& subjects, const Acts& acts,
+                const icu::TimeZone& zone) const;
+  // File `i` through every rule that acts on it.
+  RuleResult run(const std::vector<const RenameSubject*>& subjects, std::size_t i, const Acts& acts,
+                 const Numbers& numbers, const NamingContext& context,
+                 DateFormatterCache& dates) const;
 };
+
+namespace {
+// Below this many files per thread, starting a thread costs more than it saves.
+constexpr std::size_t kMinimumPerThread = 2048;
+}  // namespace
 
 CompiledRuleStack::CompiledRuleStack(const RuleStack& stack)
     : compiled_(std::make_unique<Compiled>()) {
@@ -59,26 +79,25 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<RenameSubject
   return apply(pointers, context);
 }
 
-std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameSubject*>& subjects,
-                                                 const NamingContext& context) const {
-  const icu::TimeZone& zone = *context.zone;
-  const std::size_t count = subjects.size();
-  const std::vector<Compiled::CompiledRule>& rules = compiled_->rules;
-  // Below this many files per thread, starting a thread costs more than it saves.
-  constexpr std::size_t kMinimumPerThread = 2048;
-
-  // Which rules act on which files: conditions look at the file, never at its working name, so
-  // they are settled first, for all rules at once.
-  std::vector<std::vector<char>> acts(rules.size(), std::vector<char>(count, 0));
-  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+// Conditions look at the file, never at its working name, so they are settled first, for all
+// rules at once.
+CompiledRuleStack::Compiled::Acts CompiledRuleStack::Compiled::whichAct(
+    const std::vector<const RenameSubject*>& subjects) const {
+  Acts acts(rules.size(), std::vector<char>(subjects.size(), 0));
+  parallelFor(subjects.size(), kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     for (std::size_t r = 0; r < rules.size(); ++r) {
       for (std::size_t i = begin; i < end; ++i)
         acts[r][i] = rules[r].conditions.hold(*subjects[i]);
     }
   });
+  return acts;
+}
 
-  // Numbers, in batch order, each counting rule with a fresh state (nullopt: past the limit).
-  std::vector<std::vector<std::optional<std::int64_t>>> numbers(rules.size());
+// Numbers, in batch order, each counting rule with a fresh state.
+CompiledRuleStack::Compiled::Numbers CompiledRuleStack::Compiled::count(
+    const std::vector<const RenameSubject*>& subjects, const Acts& acts,
+    const icu::TimeZone& zone) const {
+  Numbers numbers(rules.size());
   for (std::size_t r = 0; r < rules.size(); ++r) {
     const Rule& rule = *rules[r].rule;
     const Counter* counter = nullptr;
@@ -89,67 +108,80 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameS
     }
     if (counter == nullptr) continue;
     CounterState state(*counter, zone);
-    numbers[r].resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
+    numbers[r].resize(subjects.size());
+    for (std::size_t i = 0; i < subjects.size(); ++i) {
       if (acts[r][i]) numbers[r][i] = state.next(*subjects[i]);
     }
   }
+  return numbers;
+}
 
+RuleResult CompiledRuleStack::Compiled::run(const std::vector<const RenameSubject*>& subjects,
+                                            std::size_t i, const Acts& acts, const Numbers& numbers,
+                                            const NamingContext& context,
+                                            DateFormatterCache& dates) const {
+  const icu::TimeZone& zone = *context.zone;
+  const RenameSubject& subject = *subjects[i];
+  RuleResult result;
+  result.subjectIndex = i;
+  FileName name = FileName::parse(subject.name);
+  std::vector<BlockRef> locked;
+  for (std::size_t r = 0; r < rules.size(); ++r) {
+    if (!acts[r][i]) continue;
+    const CompiledRule& c = rules[r];
+    const Rule& rule = *c.rule;
+    const FileName before = name;
+    auto record = [&](OperationIssue issue) {
+      result.issues.push_back(RuleIssue{rule.id, std::move(issue)});
+    };
+    auto take = [&](OperationOutcome outcome) {
+      name = std::move(outcome.name);
+      if (outcome.issue) record(std::move(*outcome.issue));
+    };
+    std::visit(
+        [&](const auto& action) {
+          using T = std::decay_t<decltype(action)>;
+          if constexpr (std::is_same_v<T, RuleAction::Protect>) {
+            locked.push_back(action.block);
+          } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
+            const std::optional<std::int64_t> number =
+                numbers[r].empty() ? std::optional<std::int64_t>(0) : numbers[r][i];
+            const VariableContext variables{subject, name.base, zone, dates, context.datePattern};
+            RenderedName rendered =
+                c.parsed->render(variables, action.format.counter, number, context.missingText);
+            name.base = std::move(rendered.text);
+            for (OperationIssue& issue : rendered.issues)
+              record(std::move(issue));
+          } else if constexpr (std::is_same_v<T, RuleAction::Numbering>) {
+            const std::optional<std::int64_t> number = numbers[r][i];
+            if (!number) {
+              record(OperationIssue::counterOverflow());
+              return;
+            }
+            take(c.operation->applyInserting(name, {separators, locked},
+                                             action.counter.text(*number)));
+          } else {
+            take(c.operation->apply(name, {separators, locked}));
+          }
+        },
+        rule.action.value);
+    result.changedBy.push_back(RuleStep{rule.id, name.base, name.base != before.base});
+    if (name.ext != before.ext) result.changedExtensionBy.push_back(rule.id);
+  }
+  result.newName = std::move(name);
+  return result;
+}
+
+std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameSubject*>& subjects,
+                                                 const NamingContext& context) const {
+  const Compiled::Acts acts = compiled_->whichAct(subjects);
+  const Compiled::Numbers numbers = compiled_->count(subjects, acts, *context.zone);
   // Then every file goes through the rules on its own.
-  std::vector<RuleResult> results(count);
-  parallelFor(count, kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
-    DateFormatterCache dates(zone);
-    for (std::size_t i = begin; i < end; ++i) {
-      const RenameSubject& subject = *subjects[i];
-      RuleResult& result = results[i];
-      result.subjectIndex = i;
-      FileName name = FileName::parse(subject.name);
-      std::vector<BlockRef> locked;
-      for (std::size_t r = 0; r < rules.size(); ++r) {
-        if (!acts[r][i]) continue;
-        const Compiled::CompiledRule& c = rules[r];
-        const Rule& rule = *c.rule;
-        const FileName before = name;
-        auto record = [&](OperationIssue issue) {
-          result.issues.push_back(RuleIssue{rule.id, std::move(issue)});
-        };
-        auto take = [&](OperationOutcome outcome) {
-          name = std::move(outcome.name);
-          if (outcome.issue) record(std::move(*outcome.issue));
-        };
-        std::visit(
-            [&](const auto& action) {
-              using T = std::decay_t<decltype(action)>;
-              if constexpr (std::is_same_v<T, RuleAction::Protect>) {
-                locked.push_back(action.block);
-              } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
-                const std::optional<std::int64_t> number =
-                    numbers[r].empty() ? std::optional<std::int64_t>(0) : numbers[r][i];
-                const VariableContext variables{subject, name.base, zone, dates,
-                                                context.datePattern};
-                RenderedName rendered =
-                    c.parsed->render(variables, action.format.counter, number, context.missingText);
-                name.base = std::move(rendered.text);
-                for (OperationIssue& issue : rendered.issues)
-                  record(std::move(issue));
-              } else if constexpr (std::is_same_v<T, RuleAction::Numbering>) {
-                const std::optional<std::int64_t> number = numbers[r][i];
-                if (!number) {
-                  record(OperationIssue::counterOverflow());
-                  return;
-                }
-                take(c.operation->applyInserting(name, {compiled_->separators, locked},
-                                                 action.counter.text(*number)));
-              } else {
-                take(c.operation->apply(name, {compiled_->separators, locked}));
-              }
-            },
-            rule.action.value);
-        result.changedBy.push_back(RuleStep{rule.id, name.base, name.base != before.base});
-        if (name.ext != before.ext) result.changedExtensionBy.push_back(rule.id);
-      }
-      result.newName = std::move(name);
-    }
+  std::vector<RuleResult> results(subjects.size());
+  parallelFor(subjects.size(), kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
+    DateFormatterCache dates(*context.zone);
+    for (std::size_t i = begin; i < end; ++i)
+      results[i] = compiled_->run(subjects, i, acts, numbers, context, dates);
   });
   return results;
 }

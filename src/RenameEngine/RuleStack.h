@@ -6,6 +6,11 @@
 // own counter state, so the same files in the same order always get the same names, and a
 // counter counts only the files its rule's conditions select. No rule ever stops the stack: an
 // issue is recorded and the next rule goes on from the name as it stands.
+//
+// Threads: RuleStack and the result types are plain values. A CompiledRuleStack is immutable
+// once made, so one may be shared by any number of threads; the free functions are pure and
+// may run anywhere. Nothing here fails as a whole: problems are RuleIssues on their files, and a
+// stack that can't be decoded is a Decoded<RuleStack> with its reason. Nothing throws.
 #pragma once
 
 #include <memory>
@@ -79,7 +84,8 @@ class CompiledRuleStack {
   CompiledRuleStack(CompiledRuleStack&&) noexcept;
   CompiledRuleStack& operator=(CompiledRuleStack&&) noexcept;
 
-  // One result per subject, in the subjects' order.
+  // One result per subject, in the subjects' order; every rule runs over every subject its
+  // conditions select. Requires: `context.zone` set (NamingContext's factories set it).
   std::vector<RuleResult> apply(const std::vector<RenameSubject>& subjects,
                                 const NamingContext& context) const;
   // The same over subjects held elsewhere; subjectIndex is the place in `subjects`.
@@ -111,8 +117,5 @@ RuleResult applyRuleStack(const RuleStack& stack, const RenameSubject& subject,
 
 Json toJson(const RuleStack& stack);
 Decoded<RuleStack> decodeRuleStack(const Json& value);
-namespace json {
-RuleStack decodeStack(const Json& value);  // throws DecodeError; absent separators: the defaults
-}
 
 }  // namespace tessane

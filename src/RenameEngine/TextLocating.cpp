@@ -5,6 +5,8 @@
 
 #include <algorithm>
 
+#include "JsonDecoders.h"
+#include "StoredText.h"
 #include "Unicode.h"
 
 namespace tessane {
@@ -203,16 +205,13 @@ bool operator==(const InsertPosition& a, const InsertPosition& b) {
 // ---------------------------------------------------------------------------------------------
 // JSON
 
+namespace {
+constexpr std::pair<Occurrence, std::string_view> kOccurrences[] = {
+    {Occurrence::first, "first"}, {Occurrence::last, "last"}, {Occurrence::all, "all"}};
+}  // namespace
+
 std::string_view caseName(Occurrence occurrence) {
-  switch (occurrence) {
-    case Occurrence::first:
-      return "first";
-    case Occurrence::last:
-      return "last";
-    case Occurrence::all:
-      return "all";
-  }
-  return "first";
+  return storedText(kOccurrences, occurrence);
 }
 
 Json toJson(Occurrence occurrence) {
@@ -257,9 +256,7 @@ namespace json {
 
 Occurrence decodeOccurrence(const Json& value, std::string_view key) {
   const std::string name = decodeString(value, key);
-  for (Occurrence o : {Occurrence::first, Occurrence::last, Occurrence::all}) {
-    if (caseName(o) == name) return o;
-  }
+  if (const std::optional<Occurrence> o = fromStoredText(kOccurrences, name)) return *o;
   throw DecodeError(unknownCase("occurrence", name));
 }
 

@@ -135,12 +135,4 @@ Json toJson(const BlockRef& ref);
 Json toJson(const InsertPosition& position);
 std::string_view caseName(Occurrence occurrence);
 
-namespace json {
-// Throwing decoders for use inside other decoders (see JsonCoding.h).
-Occurrence decodeOccurrence(const Json& value, std::string_view key);
-Anchor decodeAnchor(const Json& value);
-BlockRef decodeBlockRef(const Json& value);
-InsertPosition decodeInsertPosition(const Json& value);
-}  // namespace json
-
 }  // namespace tessane

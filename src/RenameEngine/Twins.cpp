@@ -5,6 +5,7 @@
 #include "FileKind.h"
 #include "FileName.h"
 #include "NameKey.h"
+#include "NaturalOrder.h"
 #include "Unicode.h"
 
 namespace tessane {

@@ -105,9 +105,12 @@ Result<BatchJournal> BatchJournal::begin(const std::filesystem::path& folder,
   std::vector<FileIdentity> identities;
   identities.reserve(batch.moves.size());
   for (const FileMove& m : batch.moves) {
-    std::optional<FileIdentity> identity = fs.identity(m.source);
-    if (!identity) return IOError::fromErrno(ENOENT, IOError::Operation::find, m.source);
-    identities.push_back(*identity);
+    const IdentityLookup found = fs.identity(m.source);
+    if (!found.presence.isPresent()) {
+      const int code = found.presence.isUnknown() ? found.presence.code() : ENOENT;
+      return IOError::fromErrno(code, IOError::Operation::find, m.source);
+    }
+    identities.push_back(found.identity);
   }
   return begin(folder, batch, identities);
 }

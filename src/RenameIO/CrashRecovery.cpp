@@ -14,7 +14,6 @@
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/BatchJournal.h"
 #include "RenameIO/DurableFile.h"
-#include "RenameIO/FolderListing.h"
 #include "RenameIO/TemporaryName.h"
 
 namespace tessane {
@@ -24,19 +23,19 @@ namespace {
 enum class Place { missing, source, temporary, destination };
 
 // Where a batch's file is now, by its identity. Inodes alone are compared: the files of one batch
-// share a folder, and a card plugged in again may come back under another device number.
+// share a folder, and a card plugged in again may come back under another device number. A name
+// the disk couldn't tell about counts as not holding the file: a file found nowhere stays where it
+// is and keeps its journal, so the next start asks again.
 Place locate(const JournalRecord::Item& item, SystemFileRenaming& fs) {
-  if (fs.fileExists(item.temporary)) return Place::temporary;
+  if (fs.fileExists(item.temporary).isPresent()) return Place::temporary;
+  const auto holds = [&](const std::filesystem::path& at) {
+    const std::optional<FileIdentity> id = fs.identity(at).found();
+    return id && id->inode == item.identity.inode;
+  };
   // The destination first: on a case-insensitive volume a case-only change finds the file under
   // both names, and taking it from the destination brings back its original spelling too.
-  if (std::optional<FileIdentity> id = fs.identity(item.move.destination);
-      id && id->inode == item.identity.inode) {
-    return Place::destination;
-  }
-  if (std::optional<FileIdentity> id = fs.identity(item.move.source);
-      id && id->inode == item.identity.inode) {
-    return Place::source;
-  }
+  if (holds(item.move.destination)) return Place::destination;
+  if (holds(item.move.source)) return Place::source;
   return Place::missing;
 }
 
@@ -182,11 +181,12 @@ std::vector<FileMove> restoreTemporaryNames(const std::filesystem::path& folder,
                                             const std::filesystem::path& journalFolder,
                                             SystemFileRenaming& fs) {
   std::vector<FileMove> out;
-  Result<std::vector<std::string>> names = FolderListing::names(folder);
-  if (!names) return out;
+  std::optional<std::vector<FolderEntry>> entries = fs.list(folder);
+  if (!entries) return out;
   std::set<std::string> running;
   bool runningKnown = false;
-  for (const std::string& name : names.value()) {
+  for (const FolderEntry& entry : *entries) {
+    const std::string& name = entry.name;
     std::optional<TemporaryName> t = TemporaryName::parse(name);
     if (!t || t->mayBeCut) continue;
     if (!runningKnown) {

@@ -11,10 +11,11 @@
 //     some file can't be put back (it is missing, its original name is taken, the disk is not
 //     there), the journal stays so that the next start tries again, and the report says which.
 //     Of several journals the newest batch goes back first.
-//   restoreTemporaryNames: the way back without a journal. Every entry of a folder whose name is
-//     a temporary name of a batch that is not running goes back to the name it carries, when that
-//     name is free and was not cut to fit. Meant for after recoverJournals, when a folder is
-//     opened.
+//   restoreTemporaryNames: the way back without a journal. Every entry of a folder (as
+//     SystemFileRenaming::list gives it) whose name is a temporary name of a batch that is not
+//     running goes back to the name it carries, when that name is free and was not cut to fit.
+//     Meant for after recoverJournals, when a folder is opened. A folder that can't be listed
+//     restores nothing.
 //
 // Recovery is itself safe to interrupt: a file is always at one of its three names, and the next
 // run takes it from there.

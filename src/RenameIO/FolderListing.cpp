@@ -13,6 +13,7 @@
 #include <cstring>
 #include <memory>
 
+#include "RenameEngine/NaturalOrder.h"
 #include "RenameEngine/Unicode.h"
 
 namespace tessane {

@@ -47,15 +47,15 @@ std::optional<IOError> LinuxFileRenaming::moveByReservation(const std::filesyste
   return IOError::fromErrno(code, IOError::Operation::rename, from);
 }
 
-bool LinuxFileRenaming::fileExists(const std::filesystem::path& at) {
+Presence LinuxFileRenaming::fileExists(const std::filesystem::path& at) {
   struct stat st {};
-  return ::lstat(at.c_str(), &st) == 0;
+  return ::lstat(at.c_str(), &st) == 0 ? Presence::present() : Presence::ofErrno(errno);
 }
 
-std::optional<FileIdentity> LinuxFileRenaming::identity(const std::filesystem::path& at) {
+IdentityLookup LinuxFileRenaming::identity(const std::filesystem::path& at) {
   struct stat st {};
-  if (::lstat(at.c_str(), &st) != 0) return std::nullopt;
-  return FileIdentity{st.st_dev, st.st_ino};
+  if (::lstat(at.c_str(), &st) != 0) return IdentityLookup::without(Presence::ofErrno(errno));
+  return IdentityLookup::of(FileIdentity{st.st_dev, st.st_ino});
 }
 
 std::optional<std::vector<FolderEntry>> LinuxFileRenaming::list(

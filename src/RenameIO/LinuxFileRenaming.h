@@ -7,9 +7,9 @@
 // reserved is never made. If that rename fails, the reservation is removed again, but only while
 // it is still the empty file this call created.
 //
-// fileExists and identity use lstat. list reads the folder once; its entries carry the inode
-// numbers of the listing only where FileSystemKind says those are lstat's. Stateless and
-// thread-safe.
+// fileExists and identity use lstat; ENOENT and ENOTDIR are "absent", any other error "unknown".
+// list reads the folder once; its entries carry the inode numbers of the listing only where
+// FileSystemKind says those are lstat's. Stateless and thread-safe.
 #pragma once
 
 #include "RenameIO/SystemFileRenaming.h"
@@ -20,8 +20,8 @@ class LinuxFileRenaming final : public SystemFileRenaming {
  public:
   std::optional<IOError> moveItem(const std::filesystem::path& from,
                                   const std::filesystem::path& to) override;
-  bool fileExists(const std::filesystem::path& at) override;
-  std::optional<FileIdentity> identity(const std::filesystem::path& at) override;
+  Presence fileExists(const std::filesystem::path& at) override;
+  IdentityLookup identity(const std::filesystem::path& at) override;
   std::optional<std::vector<FolderEntry>> list(const std::filesystem::path& folder) override;
 
   // The reserve-then-rename path alone, as used where the flag is refused; public for tests.

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "RenameEngine/NaturalOrder.h"
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/DataFolder.h"
 #include "RenameIO/DurableFile.h"

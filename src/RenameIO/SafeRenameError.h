@@ -2,7 +2,9 @@
 //
 // The first four cases come from the checks and mean nothing changed on disk. `failed` means a
 // move failed after the checks passed; everything was put back except the files in `stranded`,
-// each given as a move from where the file now is to where it was before the batch.
+// each given as a move from where the file now is to where it was before the batch. The checks
+// give `failed` too, with nothing stranded and a `find` error as the cause, when the disk couldn't
+// tell whether a name is there: nothing moved then either.
 #pragma once
 
 #include <filesystem>
@@ -24,7 +26,7 @@ struct SafeRenameError {
   std::filesystem::path url;
   FileMove move;                   // notSameFolder: the offending move
   std::vector<FileMove> stranded;  // failed: files not put back, ascending batch order
-  std::optional<IOError> cause;    // failed: what the system answered
+  std::optional<IOError> cause;    // failed: what the system answered (always given)
 
   static SafeRenameError sourceMissing(std::filesystem::path source);
   static SafeRenameError notSameFolder(FileMove move);

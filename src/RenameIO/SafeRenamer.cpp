@@ -55,13 +55,24 @@ std::filesystem::path withoutDots(const std::filesystem::path& folder) {
 // Whether a move stays in its folder. The same spelling of the folder (up to "." components) is
 // the same folder; any other spelling is asked of the disk, since tidied text can lie: "d/x/.." is
 // "d" as text but, with x a link to another folder, the folder above that one. Both must be one
-// directory.
-bool staysInFolder(const FileMove& move, SystemFileRenaming& fs) {
+// directory. Unknown when the disk couldn't tell.
+Presence staysInFolder(const FileMove& move, SystemFileRenaming& fs) {
   const std::filesystem::path from = move.source.parent_path();
   const std::filesystem::path to = move.destination.parent_path();
-  if (from.native() == to.native() || withoutDots(from) == withoutDots(to)) return true;
-  const std::optional<FileIdentity> a = fs.identity(from / ".");
-  return a && a == fs.identity(to / ".");
+  if (from.native() == to.native() || withoutDots(from) == withoutDots(to)) {
+    return Presence::present();
+  }
+  const IdentityLookup a = fs.identity(from / ".");
+  if (!a.presence.isPresent()) return a.presence;
+  const IdentityLookup b = fs.identity(to / ".");
+  if (b.presence.isUnknown()) return b.presence;
+  return a.found() == b.found() ? Presence::present() : Presence::absent();
+}
+
+// The refusal of a batch whose checks couldn't tell whether `path` is there.
+SafeRenameError couldNotTell(const std::filesystem::path& path, const Presence& presence) {
+  return SafeRenameError::failed(
+      path, {}, IOError::fromErrno(presence.code(), IOError::Operation::find, path));
 }
 
 enum class Phase : unsigned char { park, place };
@@ -106,11 +117,10 @@ class FolderView {
     }
   }
 
-  std::optional<FileIdentity> identity(const std::filesystem::path& file,
-                                       SystemFileRenaming& fs) const {
+  IdentityLookup identity(const std::filesystem::path& file, SystemFileRenaming& fs) const {
     if (listed_) {
       const auto it = exact_.find(file.filename().native());
-      if (it != exact_.end() && it->second) return it->second;
+      if (it != exact_.end() && it->second) return IdentityLookup::of(*it->second);
     }
     return fs.identity(file);
   }
@@ -121,11 +131,12 @@ class FolderView {
   }
 
   // Only a name that the listing lacks exactly but holds under its key needs the disk's word.
-  bool exists(const std::filesystem::path& file, std::string_view key,
-              SystemFileRenaming& fs) const {
+  Presence exists(const std::filesystem::path& file, std::string_view key,
+                  SystemFileRenaming& fs) const {
     if (!listed_) return fs.fileExists(file);
-    if (exact_.contains(file.filename().native())) return true;
-    return keys_.contains(std::string(key)) && fs.fileExists(file);
+    if (exact_.contains(file.filename().native())) return Presence::present();
+    if (!keys_.contains(std::string(key))) return Presence::absent();
+    return fs.fileExists(file);
   }
 
  private:
@@ -156,9 +167,10 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
       if (moves[j].source.filename().native() == destination.filename().native()) return true;
     }
     if (view.isListed()) return !view.listsExactly(destination);
-    const std::optional<FileIdentity> held = fs.identity(destination);
-    return held && std::any_of(owners.begin(), owners.end(),
-                               [&](std::size_t j) { return fs.identity(moves[j].source) == held; });
+    const std::optional<FileIdentity> held = fs.identity(destination).found();
+    return held && std::any_of(owners.begin(), owners.end(), [&](std::size_t j) {
+             return fs.identity(moves[j].source).found() == held;
+           });
   };
 
   std::unordered_map<std::string, FolderView> views;
@@ -167,10 +179,13 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
   for (const FileMove& m : moves) {
     const std::string& sourceFolder = sourceFolders.of(m.source);
     const FolderView& view = views.try_emplace(sourceFolder, sourceFolder, fs).first->second;
-    std::optional<FileIdentity> identity = view.identity(m.source, fs);
-    if (!identity) return SafeRenameError::sourceMissing(m.source);
-    identities.push_back(*identity);
-    if (!staysInFolder(m, fs)) return SafeRenameError::notSameFolder(m);
+    const IdentityLookup source = view.identity(m.source, fs);
+    if (source.presence.isUnknown()) return couldNotTell(m.source, source.presence);
+    if (source.presence.isAbsent()) return SafeRenameError::sourceMissing(m.source);
+    identities.push_back(source.identity);
+    const Presence inFolder = staysInFolder(m, fs);
+    if (inFolder.isUnknown()) return couldNotTell(m.destination.parent_path(), inFolder);
+    if (inFolder.isAbsent()) return SafeRenameError::notSameFolder(m);
     const std::string& folder = sourceFolder;  // the destination's, resolved above
     const std::string nameKey = NameKey::of(m.destination.filename().native()).value;
     std::string key = folder;
@@ -180,7 +195,9 @@ std::optional<SafeRenameError> checkMoves(std::span<const FileMove> moves, Syste
     if (!destinations.insert(std::move(key)).second) {
       return SafeRenameError::duplicateDestination(m.destination);
     }
-    if (!view.exists(m.destination, nameKey, fs)) continue;
+    const Presence taken = view.exists(m.destination, nameKey, fs);
+    if (taken.isUnknown()) return couldNotTell(m.destination, taken);
+    if (taken.isAbsent()) continue;
     if (owners == sources.end() || !heldBySource(m.destination, owners->second, view)) {
       return SafeRenameError::destinationExists(m.destination);
     }

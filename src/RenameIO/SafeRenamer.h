@@ -26,6 +26,10 @@
 //
 // Sources are used by the bytes of their names as given. Synchronous; no locks: safety against
 // other programs comes from the exclusive rename of SystemFileRenaming.
+//
+// Threads: the functions keep no state of their own; they may run on several threads at once
+// when the SystemFileRenaming they are handed may (LinuxFileRenaming may) and the batches touch
+// different files. Nothing throws.
 #pragma once
 
 #include <filesystem>
@@ -57,16 +61,27 @@ struct ApplyHooks {
 
 namespace SafeRenamer {
 
+// The checks alone. Nothing when the batch may go ahead; else the first problem met, in batch
+// order: sourceMissing, notSameFolder, duplicateDestination, destinationExists, or `failed`
+// (nothing stranded, the cause a `find` error) when the disk couldn't tell whether a source, a
+// destination or a folder is there. Reads the disk (a listing per folder, lookups by name), never
+// changes it. Requires: absolute paths or paths relative to one working folder throughout.
 std::optional<SafeRenameError> check(std::span<const FileMove> moves, SystemFileRenaming& fs);
 
+// The checks, then the batch. On success: every file at its destination, and the batch (a new
+// UUID, `date`, the moves as given). On failure: what check refuses (nothing moved), or `failed`
+// with the cause of the first failed move (or of beforeFirstMove) and the files the rollback
+// couldn't put back. An empty batch succeeds and touches nothing. Requires what check requires.
 Result<AppliedBatch, SafeRenameError> apply(std::span<const FileMove> moves, SystemFileRenaming& fs,
                                             Date date, const ApplyHooks& hooks = {});
 
-// Where a move's file is parked during a batch whose UUID starts with `tag`.
+// Where a move's file is parked during a batch whose UUID starts with `tag`: the source's folder
+// and a TemporaryName that carries `index` and the source's name. Pure.
 std::filesystem::path temporaryLocation(const FileMove& move, std::string_view tag,
                                         std::size_t index);
 
-// The folder of a file, in the standard form that "same folder" compares exactly.
+// The folder of a file, in the standard form that "same folder" compares exactly: lexically
+// normal, no trailing slash, "." for a bare name. Pure; never touches the disk.
 std::string folderOf(const std::filesystem::path& file);
 
 }  // namespace SafeRenamer

@@ -2,25 +2,21 @@
 
 #include <QSettings>
 
+#include "RenameEngine/StoredText.h"
+
 namespace tessane {
 
+namespace {
+constexpr std::pair<AppLanguage, std::string_view> kLanguages[] = {
+    {AppLanguage::system, "system"}, {AppLanguage::english, "en"}, {AppLanguage::italian, "it"}};
+}  // namespace
+
 std::string_view rawValue(AppLanguage language) {
-  switch (language) {
-    case AppLanguage::system:
-      return "system";
-    case AppLanguage::english:
-      return "en";
-    case AppLanguage::italian:
-      return "it";
-  }
-  return "system";
+  return storedText(kLanguages, language);
 }
 
 std::optional<AppLanguage> appLanguageFromRawValue(std::string_view text) {
-  for (AppLanguage l : {AppLanguage::system, AppLanguage::english, AppLanguage::italian}) {
-    if (rawValue(l) == text) return l;
-  }
-  return std::nullopt;
+  return fromStoredText(kLanguages, text);
 }
 
 AppLanguage storedLanguage(const QSettings& settings) {

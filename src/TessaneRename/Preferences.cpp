@@ -3,26 +3,11 @@
 #include <QSettings>
 #include <QStringList>
 
+#include "RenameEngine/StoredText.h"
 #include "RenameIO/OriginalName.h"
 
 namespace tessane {
 namespace {
-
-template <typename T, std::size_t N>
-std::optional<T> fromRaw(const std::pair<T, std::string_view> (&table)[N], std::string_view text) {
-  for (const auto& [value, raw] : table) {
-    if (raw == text) return value;
-  }
-  return std::nullopt;
-}
-
-template <typename T, std::size_t N>
-std::string_view toRaw(const std::pair<T, std::string_view> (&table)[N], T value) {
-  for (const auto& [v, raw] : table) {
-    if (v == value) return raw;
-  }
-  return table[0].second;
-}
 
 constexpr std::pair<Appearance, std::string_view> kAppearance[] = {
     {Appearance::system, "system"}, {Appearance::light, "light"}, {Appearance::dark, "dark"}};
@@ -44,28 +29,28 @@ QString q(std::string_view s) {
 }  // namespace
 
 std::string_view rawValue(Appearance v) {
-  return toRaw(kAppearance, v);
+  return storedText(kAppearance, v);
 }
 std::string_view rawValue(ExtensionCase v) {
-  return toRaw(kExtensionCase, v);
+  return storedText(kExtensionCase, v);
 }
 std::string_view rawValue(OriginalNames v) {
-  return toRaw(kOriginalNames, v);
+  return storedText(kOriginalNames, v);
 }
 std::string_view rawValue(TwinKind v) {
-  return toRaw(kTwinKinds, v);
+  return storedText(kTwinKinds, v);
 }
 std::optional<Appearance> appearanceFromRawValue(std::string_view t) {
-  return fromRaw(kAppearance, t);
+  return fromStoredText(kAppearance, t);
 }
 std::optional<ExtensionCase> extensionCaseFromRawValue(std::string_view t) {
-  return fromRaw(kExtensionCase, t);
+  return fromStoredText(kExtensionCase, t);
 }
 std::optional<OriginalNames> originalNamesFromRawValue(std::string_view t) {
-  return fromRaw(kOriginalNames, t);
+  return fromStoredText(kOriginalNames, t);
 }
 std::optional<TwinKind> twinKindFromRawValue(std::string_view t) {
-  return fromRaw(kTwinKinds, t);
+  return fromStoredText(kTwinKinds, t);
 }
 
 std::unique_ptr<QSettings> openAppSettings() {

@@ -13,6 +13,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "RenameEngine/StoredText.h"
 #include "RenameIO/DurableFile.h"
 #include "RenameIO/FileUrl.h"
 
@@ -35,10 +36,12 @@ std::optional<Date> dateFrom(double seconds) {
   return Date(std::chrono::microseconds(micros + kReferenceDate * 1'000'000));
 }
 
+constexpr std::pair<RenameHistory::Kind, std::string_view> kKinds[] = {
+    {RenameHistory::Kind::rename, "rename"},
+    {RenameHistory::Kind::restoreOriginals, "restoreOriginals"}};
+
 std::optional<RenameHistory::Kind> kindFrom(std::string_view text) {
-  if (text == "rename") return RenameHistory::Kind::rename;
-  if (text == "restoreOriginals") return RenameHistory::Kind::restoreOriginals;
-  return std::nullopt;
+  return fromStoredText(kKinds, text);
 }
 
 std::optional<std::filesystem::path> urlAt(const Json& object, const char* key) {
@@ -82,7 +85,7 @@ std::optional<RenameHistory::Entry> entryFrom(const Json& j) {
 }  // namespace
 
 std::string_view RenameHistory::rawValue(Kind kind) noexcept {
-  return kind == Kind::rename ? "rename" : "restoreOriginals";
+  return storedText(kKinds, kind);
 }
 
 RenameHistory::RenameHistory(std::optional<std::filesystem::path> file, std::vector<Entry> entries)

@@ -124,38 +124,39 @@ OrderedJson valueJson(const MetadataValue& value) {
   return nullptr;
 }
 
-int meta(Tool& tool, const MetaOptions& options) {
-  std::optional<NamingContext> naming = options.timeZone.empty()
-                                            ? NamingContext::systemDefault()
-                                            : NamingContext::inZone(options.timeZone);
-  if (!naming) {
-    std::string message = "“";
-    message.append(options.timeZone).append("” isn’t a time zone.");
-    tool.error(message);
-    return kExitRefused;
-  }
-
-  // Files that aren't there are reported; the others are read.
+// The files given, split into those to read and those that aren't there (each with why).
+struct GivenFiles {
   std::vector<BatchFile> batch;
-  std::vector<std::optional<std::string>> missing(options.files.size());
-  std::vector<std::size_t> batchIndex(options.files.size(), 0);
-  for (std::size_t i = 0; i < options.files.size(); ++i) {
-    const std::filesystem::path path(options.files[i]);
+  std::vector<std::optional<std::string>> missing;  // per file given
+  std::vector<std::size_t> batchIndex;              // per file given: its place in `batch`
+};
+
+GivenFiles sortGiven(const std::vector<std::string>& files) {
+  GivenFiles out;
+  out.missing.resize(files.size());
+  out.batchIndex.resize(files.size(), 0);
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const std::filesystem::path path(files[i]);
     std::error_code error;
     const auto status = std::filesystem::status(path, error);
     if (error || !std::filesystem::exists(status)) {
-      missing[i] = error ? error.message() : std::generic_category().message(ENOENT);
+      out.missing[i] = error ? error.message() : std::generic_category().message(ENOENT);
       continue;
     }
     if (std::filesystem::is_directory(status)) {
-      missing[i] = std::generic_category().message(EISDIR);
+      out.missing[i] = std::generic_category().message(EISDIR);
       continue;
     }
-    batchIndex[i] = batch.size();
-    batch.push_back({path, fileKindOf(path.filename().native())});
+    out.batchIndex[i] = out.batch.size();
+    out.batch.push_back({path, fileKindOf(path.filename().native())});
   }
+  return out;
+}
 
-  const MetadataProvider provider(*naming->zone);
+// Reads the batch, with progress on a terminal; nothing when the user stopped it (said so).
+std::optional<BatchResult> readAll(Tool& tool, const std::vector<BatchFile>& batch,
+                                   const icu::TimeZone& zone) {
+  const MetadataProvider provider(zone);
   BatchOptions batchOptions;
   const bool showProgress = tool.terminal().errIsTerminal && batch.size() > 1;
   std::size_t lastShown = 0;
@@ -182,8 +183,56 @@ int meta(Tool& tool, const MetaOptions& options) {
       done += file.has_value() ? 1u : 0u;
     tool.error("stopped; " + std::to_string(done) + " of " + std::to_string(batch.size()) +
                " files were read, nothing printed.");
+    return std::nullopt;
+  }
+  return read;
+}
+
+OrderedJson fileJson(const std::string& shownPath, const BatchFile& file,
+                     const std::optional<FileMetadata>& found) {
+  OrderedJson entry;
+  entry["path"] = shownPath;
+  entry["kind"] = std::string(rawValue(file.kind));
+  OrderedJson values = OrderedJson::object();
+  if (found) {
+    for (const auto& [key, value] : found->values)
+      values[std::string(rawValue(key))] = valueJson(value);
+  }
+  entry["metadata"] = std::move(values);
+  if (found && found->shotUtcOffset) entry["shotUtcOffset"] = *found->shotUtcOffsetText();
+  return entry;
+}
+
+void printFile(Tool& tool, const std::string& shownPath, const BatchFile& file,
+               const std::optional<FileMetadata>& found, const LocalDates& dates) {
+  std::printf("%s  (%s)\n", tool.terminal().paint(shownPath, "1").c_str(),
+              std::string(rawValue(file.kind)).c_str());
+  if (!found || found->values.empty()) {
+    std::printf("  %s\n", tool.terminal().paint("nothing read", "2").c_str());
+    return;
+  }
+  for (const auto& [key, value] : found->values) {
+    std::printf("  %s: %s\n", std::string(rawValue(key)).c_str(), valueText(value, dates).c_str());
+  }
+  if (const auto offset = found->shotUtcOffsetText())
+    std::printf("  shotUtcOffset: %s\n", offset->c_str());
+}
+
+int meta(Tool& tool, const MetaOptions& options) {
+  std::optional<NamingContext> naming = options.timeZone.empty()
+                                            ? NamingContext::systemDefault()
+                                            : NamingContext::inZone(options.timeZone);
+  if (!naming) {
+    std::string message = "“";
+    message.append(options.timeZone).append("” isn’t a time zone.");
+    tool.error(message);
     return kExitRefused;
   }
+
+  // Files that aren't there are reported; the others are read.
+  const GivenFiles given = sortGiven(options.files);
+  const std::optional<BatchResult> read = readAll(tool, given.batch, *naming->zone);
+  if (!read) return kExitRefused;
 
   for (const std::string& problem : MetadataProvider::unavailableReaders())
     tool.error(problem);
@@ -191,46 +240,25 @@ int meta(Tool& tool, const MetaOptions& options) {
   OrderedJson all = OrderedJson::array();
   bool first = true;
   for (std::size_t i = 0; i < options.files.size(); ++i) {
-    if (missing[i]) continue;
-    const BatchFile& file = batch[batchIndex[i]];
-    const std::optional<FileMetadata>& found = read.files[batchIndex[i]];
+    if (given.missing[i]) continue;
+    const BatchFile& file = given.batch[given.batchIndex[i]];
+    const std::optional<FileMetadata>& found = read->files[given.batchIndex[i]];
     const std::string shownPath = unicode::toDisplayable(options.files[i]);
     if (options.json) {
-      OrderedJson entry;
-      entry["path"] = shownPath;
-      entry["kind"] = std::string(rawValue(file.kind));
-      OrderedJson values = OrderedJson::object();
-      if (found) {
-        for (const auto& [key, value] : found->values)
-          values[std::string(rawValue(key))] = valueJson(value);
-      }
-      entry["metadata"] = std::move(values);
-      if (found && found->shotUtcOffset) entry["shotUtcOffset"] = *found->shotUtcOffsetText();
-      all.push_back(std::move(entry));
+      all.push_back(fileJson(shownPath, file, found));
       continue;
     }
     if (!first) std::fputs("\n", stdout);
     first = false;
-    std::printf("%s  (%s)\n", tool.terminal().paint(shownPath, "1").c_str(),
-                std::string(rawValue(file.kind)).c_str());
-    if (!found || found->values.empty()) {
-      std::printf("  %s\n", tool.terminal().paint("nothing read", "2").c_str());
-      continue;
-    }
-    for (const auto& [key, value] : found->values) {
-      std::printf("  %s: %s\n", std::string(rawValue(key)).c_str(),
-                  valueText(value, dates).c_str());
-    }
-    if (const auto offset = found->shotUtcOffsetText())
-      std::printf("  shotUtcOffset: %s\n", offset->c_str());
+    printFile(tool, shownPath, file, found, dates);
   }
   if (options.json) std::cout << all.dump(2) << "\n" << std::flush;
   std::fflush(stdout);
 
   int exitCode = kExitOk;
   for (std::size_t i = 0; i < options.files.size(); ++i) {
-    if (!missing[i]) continue;
-    tool.error(unicode::toDisplayable(options.files[i]) + ": " + *missing[i]);
+    if (!given.missing[i]) continue;
+    tool.error(unicode::toDisplayable(options.files[i]) + ": " + *given.missing[i]);
     exitCode = kExitRefused;
   }
   return exitCode;

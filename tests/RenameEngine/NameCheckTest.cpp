@@ -57,9 +57,5 @@ TEST(NameCheck, LengthLimitCountsUtf8Bytes) {
   EXPECT_TRUE(NameCheck::problems(emoji.substr(4), "").empty());
 }
 
-TEST(NameError, EqualWhenTheirDataAre) {
-  EXPECT_NE(NameError::tooLong(256), NameError::tooLong(257));
-}
-
 }  // namespace
 }  // namespace tessane

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "RenameEngine/JsonDecoders.h"
 #include "RenameEngine/RenameOperation.h"
 
 namespace tessane {

@@ -1,3 +1,4 @@
+#include "RenameEngine/JsonDecoders.h"
 #include "RenameEngine/TextLocating.h"
 
 #include <gtest/gtest.h>

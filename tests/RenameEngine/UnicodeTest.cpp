@@ -1,3 +1,4 @@
+#include "RenameEngine/NaturalOrder.h"
 #include "RenameEngine/Unicode.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// Batch shapes that the renamer's tests run through, over a folder "/card" of a fake file system:
+// Batch shapes that the renamer's tests run through, over a folder ("/card" of a fake file system
+// unless told):
 // plain renames, a rotation of all files, swaps, 3-cycles, case-only changes and a mix of them.
 #pragma once
 
@@ -27,10 +28,10 @@ struct Shape {
   std::vector<std::string> files;
   std::vector<std::pair<std::string, std::string>> moves;  // source name -> destination name
 
-  std::vector<FileMove> fileMoves() const {
+  std::vector<FileMove> fileMoves(const std::filesystem::path& folder = "/card") const {
     std::vector<FileMove> out;
     for (const auto& [from, to] : moves)
-      out.push_back(FileMove{at(from), at(to)});
+      out.push_back(FileMove{folder / from, folder / to});
     return out;
   }
   std::string name(const char* stem, std::size_t i) const {

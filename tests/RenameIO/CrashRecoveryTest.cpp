@@ -11,6 +11,7 @@
 
 #include "BatchShapes.h"
 #include "FakeFileRenaming.h"
+#include "FaultyFileRenaming.h"
 #include "FileContents.h"
 #include "RenameIO/BatchJournal.h"
 #include "RenameIO/LinuxFileRenaming.h"
@@ -24,6 +25,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::entriesIn;
 using testing::FakeFileRenaming;
+using testing::FaultyFileRenaming;
 using testing::join;
 using testing::Shape;
 using testing::shapesOf;
@@ -53,9 +55,9 @@ void crashDuringBatch(const std::vector<FileMove>& moves, FakeFileRenaming& fs,
     journal.emplace(std::move(begun).value());
     return std::optional<IOError>();
   };
-  fs.diesAt = diesAt;
-  (void)SafeRenamer::apply(moves, fs, date, hooks);
-  fs.diesAt = 0;
+  FaultyFileRenaming dying(fs);
+  if (diesAt != 0) dying.failFrom(FaultyFileRenaming::Call::moveItem, diesAt);
+  (void)SafeRenamer::apply(moves, dying, date, hooks);
   ASSERT_TRUE(journal.has_value());
 }  // the journal's lock goes with the "process"
 
@@ -78,9 +80,9 @@ TEST(CrashRecovery, BatchGoesBackWhereverBatchOrRecoveryStopped) {
             crashDuringBatch(shape.fileMoves(), fs, journals.path(), k == 2 * n + 1 ? 0 : k);
             ASSERT_EQ(entriesIn(journals.path()), 1u);
             if (r > 0) {
-              fs.diesAt = fs.moveCount() + r;
-              (void)CrashRecovery::recoverJournals(journals.path(), fs);
-              fs.diesAt = 0;
+              FaultyFileRenaming dying(fs);
+              dying.failFrom(FaultyFileRenaming::Call::moveItem, r);
+              (void)CrashRecovery::recoverJournals(journals.path(), dying);
             }
             const RecoveryReport report = CrashRecovery::recoverJournals(journals.path(), fs);
             for (const RecoveredBatch& b : report.batches)
@@ -158,7 +160,7 @@ TEST(CrashRecovery, RunningBatchesAndUnreadableJournalsAreLeftAlone) {
   ASSERT_FALSE(fs.moveItem(testing::at("a.jpg"), temporary[0]));
 
   EXPECT_TRUE(CrashRecovery::recoverJournals(journals.path(), fs).empty()) << "its lock is held";
-  EXPECT_TRUE(fs.fileExists(temporary[0]));
+  EXPECT_TRUE(fs.fileExists(temporary[0]).isPresent());
 
   journals.file("0F2A9C01-1111-4222-8333-444455556666.json", "{\"batch\": ");
   journals.file(".5F2A9C01-1111-4222-8333-444455556666.json.Ab12Cd", "{\"ba");  // half-written
@@ -183,10 +185,10 @@ TEST(CrashRecovery, TemporaryNamesLeadBackWithoutAJournal) {
   const std::vector<FileMove> back =
       CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system);
   EXPECT_EQ(back.size(), 2u);
-  EXPECT_TRUE(system.fileExists(dir.path() / "_QM19581.ARW"));
-  EXPECT_TRUE(system.fileExists(dir.path() / "E\u0301te\u0301.jpg"));
-  EXPECT_TRUE(system.fileExists(dir.path() / ".tessane-3F2A9C01-2-taken.jpg"));
-  EXPECT_TRUE(system.fileExists(dir.path() / ".tessane-notours.jpg"));
+  EXPECT_TRUE(system.fileExists(dir.path() / "_QM19581.ARW").isPresent());
+  EXPECT_TRUE(system.fileExists(dir.path() / "E\u0301te\u0301.jpg").isPresent());
+  EXPECT_TRUE(system.fileExists(dir.path() / ".tessane-3F2A9C01-2-taken.jpg").isPresent());
+  EXPECT_TRUE(system.fileExists(dir.path() / ".tessane-notours.jpg").isPresent());
 
   // The temporary names of a batch that is running right now are not touched.
   FakeFileRenaming fake;
@@ -200,6 +202,23 @@ TEST(CrashRecovery, TemporaryNamesLeadBackWithoutAJournal) {
   EXPECT_TRUE(CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system).empty());
   (void)live.value().finish();
   EXPECT_EQ(CrashRecovery::restoreTemporaryNames(dir.path(), journals.path(), system).size(), 1u);
+}
+
+// The folder is listed through the file system it is handed, never around it.
+TEST(CrashRecovery, TemporaryNamesAreFoundThroughTheFileSystemHandedIn) {
+  TempFolder journals;
+  FakeFileRenaming fake;
+  fake.add(testing::at(".tessane-3F2A9C01-0-a.jpg"), "a");
+  const std::vector<FileMove> back =
+      CrashRecovery::restoreTemporaryNames("/card", journals.path(), fake);
+  ASSERT_EQ(back.size(), 1u);
+  EXPECT_EQ(fake.snapshot(), (std::map<std::string, std::string>{{"/card/a.jpg", "a"}}));
+
+  fake.add(testing::at(".tessane-3F2A9C01-0-b.jpg"), "b");
+  FaultyFileRenaming unlistable(fake);
+  unlistable.failFrom(FaultyFileRenaming::Call::list, 1);
+  EXPECT_TRUE(CrashRecovery::restoreTemporaryNames("/card", journals.path(), unlistable).empty());
+  EXPECT_EQ(unlistable.calls(FaultyFileRenaming::Call::moveItem), 0u);
 }
 
 }  // namespace

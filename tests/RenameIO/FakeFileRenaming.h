@@ -1,6 +1,6 @@
-// An in-memory file system for the renamer's tests: each file has an identity and contents, and
-// moves can be made to fail on chosen calls. It may behave like a case-insensitive volume (names
-// compared by NameKey, so even a case-only rename of one file onto itself is refused, as the
+// An in-memory file system for the renamer's tests: each file has an identity and contents (faults
+// come from FaultyFileRenaming wrapped around it). It may behave like a case-insensitive volume
+// (names compared by NameKey, so even a case-only rename of one file onto itself is refused, as the
 // exclusive rename does on such volumes).
 #pragma once
 
@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -32,19 +31,11 @@ class FakeFileRenaming : public SystemFileRenaming {
     files_[keyOf(at)] = File{at.native(), std::move(contents), ++lastInode_};
   }
 
-  // Moves numbered in `failing` (counting from 1) fail with EIO and change nothing; so do all
-  // moves from `diesAt` on, as if the process had stopped there.
-  std::set<std::size_t> failing;
-  std::size_t diesAt = 0;
-
   std::size_t moveCount() const { return moves_; }
 
   std::optional<IOError> moveItem(const std::filesystem::path& from,
                                   const std::filesystem::path& to) override {
     ++moves_;
-    if (failing.contains(moves_) || (diesAt != 0 && moves_ >= diesAt)) {
-      return IOError::fromErrno(EIO, IOError::Operation::rename, from);
-    }
     auto it = files_.find(keyOf(from));
     if (it == files_.end() || (!caseInsensitive_ && it->second.name != from.native())) {
       return IOError::fromErrno(ENOENT, IOError::Operation::rename, from);
@@ -58,12 +49,14 @@ class FakeFileRenaming : public SystemFileRenaming {
     return std::nullopt;
   }
 
-  bool fileExists(const std::filesystem::path& at) override { return files_.contains(keyOf(at)); }
+  Presence fileExists(const std::filesystem::path& at) override {
+    return files_.contains(keyOf(at)) ? Presence::present() : Presence::absent();
+  }
 
-  std::optional<FileIdentity> identity(const std::filesystem::path& at) override {
+  IdentityLookup identity(const std::filesystem::path& at) override {
     auto it = files_.find(keyOf(at));
-    if (it == files_.end()) return std::nullopt;
-    return FileIdentity{1, it->second.inode};
+    if (it == files_.end()) return IdentityLookup::without(Presence::absent());
+    return IdentityLookup::of(FileIdentity{1, it->second.inode});
   }
 
   // Whether list answers; when it doesn't, the renamer asks file by file.

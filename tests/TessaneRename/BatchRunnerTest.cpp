@@ -16,6 +16,7 @@
 #include "FileContents.h"
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/FakeFileRenaming.h"
+#include "RenameIO/FaultyFileRenaming.h"
 #include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
@@ -97,11 +98,13 @@ TEST(BatchRunner, ABatchThatStrandsFilesIsRecordedAsFarAsItWent) {
   const fs::path dir = "/card/DCIM";
   system.add(dir / "a.jpg", "a");
   system.add(dir / "b.jpg", "b");
-  system.diesAt = 4;  // the second file's last move fails, and so does every move back
+  testing::FaultyFileRenaming dying(system);
+  // The second file's last move fails, and so does every move back.
+  dying.failFrom(testing::FaultyFileRenaming::Call::moveItem, 4);
   RenameHistory history;
-  auto r = BatchRunner::run({{dir / "a.jpg", dir / "x.jpg"}, {dir / "b.jpg", dir / "y.jpg"}},
-                            RenameHistory::Kind::rename, kDate, system, history,
-                            data.path() / "Journal");
+  auto r =
+      BatchRunner::run({{dir / "a.jpg", dir / "x.jpg"}, {dir / "b.jpg", dir / "y.jpg"}},
+                       RenameHistory::Kind::rename, kDate, dying, history, data.path() / "Journal");
   ASSERT_FALSE(r.ok());
   ASSERT_EQ(r.error().error.stranded.size(), 2u);
   ASSERT_EQ(history.entries().size(), 1u);
@@ -111,12 +114,12 @@ TEST(BatchRunner, ABatchThatStrandsFilesIsRecordedAsFarAsItWent) {
   EXPECT_EQ(entry.moves[0].source, dir / "a.jpg");
   EXPECT_EQ(entry.moves[0].destination, dir / "x.jpg");
   EXPECT_EQ(entry.moves[1].source, dir / "b.jpg");
-  EXPECT_TRUE(system.fileExists(entry.moves[1].destination));
+  EXPECT_TRUE(system.fileExists(entry.moves[1].destination).isPresent());
 
   // Going back from it, once the disk answers again, puts both files home.
-  system.diesAt = 0;
   ASSERT_TRUE(BatchRunner::goBack(entry.id, kDate, system, history, data.path() / "J2").ok());
-  EXPECT_TRUE(system.fileExists(dir / "a.jpg") && system.fileExists(dir / "b.jpg"));
+  EXPECT_TRUE(system.fileExists(dir / "a.jpg").isPresent() &&
+              system.fileExists(dir / "b.jpg").isPresent());
 }
 
 TEST(BatchRunner, GoingBackRefusesUnknownAndRevertedEntries) {

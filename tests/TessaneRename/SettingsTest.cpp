@@ -37,8 +37,9 @@ TEST_F(Settings, DefaultsWhenMissingWrongOrUnknown) {
   Preferences p(store());
   EXPECT_EQ(p.counterDigits(), 4);
   EXPECT_EQ(p.counterStart(), 1);
-  // A preset's counter that leaves them out numbers as the settings do.
-  const Counter unsaid = json::decodeCounter(Json::object());
+  // A preset's counter that leaves them out (decoded over a default Counter) numbers as the
+  // settings do.
+  const Counter unsaid;
   EXPECT_EQ(unsaid.padding, p.counterDigits());
   EXPECT_EQ(unsaid.start, p.counterStart());
   EXPECT_TRUE(p.resumesSession());
