@@ -84,6 +84,11 @@ bool isAvailable(CommandID id) {
     case CommandID::separatorSpace:
     case CommandID::separatorNothing:
     case CommandID::website:
+    case CommandID::newWindow:
+    case CommandID::history:
+    case CommandID::settings:
+    case CommandID::guide:
+    case CommandID::reportProblem:
       return true;
     default:
       return false;
@@ -519,6 +524,13 @@ void MainWindow::run(CommandID id) {
       model_.setTwinOptions(std::move(options));
       break;
     }
+    case CommandID::newWindow:
+    case CommandID::history:
+    case CommandID::settings:
+    case CommandID::guide:
+    case CommandID::reportProblem:
+      emit applicationCommand(id);
+      break;
     case CommandID::website:
       desktop_.openUrl(QUrl(QString::fromUtf8(
           AppCommands::kWebsite.data(), static_cast<qsizetype>(AppCommands::kWebsite.size()))));

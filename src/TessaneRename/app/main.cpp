@@ -1,14 +1,18 @@
-// Tessane Rename, the desktop application: one main window over one folder model. Files and
-// folders given on the command line are opened as if they had been dropped on the window.
+// Tessane Rename, the desktop application: main windows over folder models, one per set of
+// folders. Files and folders given on the command line are opened as if they had been dropped on
+// the first window.
 #include <QApplication>
+#include <QDir>
 #include <QStringList>
 
 #include <filesystem>
 #include <vector>
 
 #include "TessaneRename/AppContext.h"
+#include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/Windows/AppWindows.h"
 #include "TessaneRename/Windows/MainWindow.h"
 
 int main(int argc, char** argv) {
@@ -21,14 +25,13 @@ int main(int argc, char** argv) {
   // First of all: put back any batch that a killed run left half done.
   const tessane::RecoveryReport recovery = app.start();
   const std::unique_ptr<tessane::DesktopServices> desktop = tessane::systemDesktopServices();
+  tessane::BetaReporter reporter(tessane::BetaReporter::standardFolder(), TESSANE_VERSION, *desktop,
+                                 QDir::tempPath().toStdString());
+  reporter.launch();
 
-  tessane::FolderModel model(app);
-  model.setRevealer(
-      [&desktop](const std::vector<std::filesystem::path>& files) { desktop->revealFiles(files); });
+  tessane::AppWindows windows(app, *desktop, reporter);
+  tessane::FolderModel& model = windows.newWindow().model();
   model.showRecovery(recovery);
-
-  tessane::MainWindow window(model, app, *desktop);
-  window.show();
 
   model.resumeSession();
   std::vector<std::filesystem::path> given;
@@ -38,5 +41,7 @@ int main(int argc, char** argv) {
   }
   if (!given.empty()) model.open(given);
 
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  reporter.quit();
+  return status;
 }
