@@ -1,5 +1,6 @@
 #include "TessaneRename/Windows/AppWindows.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QEvent>
 
@@ -26,10 +27,27 @@ struct AppWindows::Main {
 
 namespace {
 
+// The rules with the name's counter starting and padded as the settings say.
+RuleStack withCounterSettings(RuleStack stack, const Preferences& preferences) {
+  for (Rule& rule : stack.rules) {
+    if (auto* format = std::get_if<RuleAction::Format>(&rule.action.value)) {
+      format->format.counter.start = preferences.counterStart();
+      format->format.counter.padding = preferences.counterDigits();
+    }
+  }
+  return stack;
+}
+
 // Raises an auxiliary window, made on first use.
 template <typename W, typename Make>
 W& raise(std::unique_ptr<W>& window, Make make) {
-  if (!window) window = make();
+  if (!window) {
+    window = make();
+    auto* close = new QAction(window.get());
+    close->setShortcut(QKeySequence::Close);
+    QObject::connect(close, &QAction::triggered, window.get(), &QWidget::close);
+    window->addAction(close);
+  }
   window->show();
   window->raise();
   window->activateWindow();
@@ -218,6 +236,11 @@ void AppWindows::settingsChanged(SettingsWindow::Change change) {
       case SettingsWindow::Change::twins:
         model->setTwinOptions(preferences.twinOptions(model->twinOptions().isEnabled));
         break;
+      case SettingsWindow::Change::counter: {
+        RuleStack rules = withCounterSettings(model->rules(), preferences);
+        if (rules != model->rules()) model->setRules(std::move(rules));
+        break;
+      }
       case SettingsWindow::Change::naming:
       case SettingsWindow::Change::bodies:
         model->settingsChanged();

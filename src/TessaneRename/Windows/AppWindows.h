@@ -54,7 +54,8 @@ class AppWindows : public QObject {
 
   AppearanceStyle& appearance() const { return *appearance_; }
 
-  // After a change of the settings: the open windows' previews follow it.
+  // After a change of the settings: the open windows' previews follow it. A new counter start or
+  // width goes into each window's name (the changes' own counters keep theirs).
   void settingsChanged(SettingsWindow::Change change);
 
  protected:

@@ -341,7 +341,7 @@ QWidget* SettingsWindow::makeNamesCounter(QFormLayout* form) {
   for (QSpinBox* box : {counterStart_, counterDigits_}) {
     connect(box, &QSpinBox::valueChanged, this, [this] {
       showCounterExample();
-      store(Change::naming, [this] {
+      store(Change::counter, [this] {
         Preferences preferences = app_.preferences();
         preferences.setCounterStart(counterStart_->value());
         preferences.setCounterDigits(counterDigits_->value());

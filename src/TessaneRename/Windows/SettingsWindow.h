@@ -34,7 +34,7 @@ class SettingsWindow : public QWidget {
   Q_OBJECT
 
  public:
-  enum class Change { appearance, naming, order, duplicates, twins, display, bodies };
+  enum class Change { appearance, naming, counter, order, duplicates, twins, display, bodies };
   enum Tab { general, names, cameraBodies, files };
   // The metadata of the files the open windows show (for "Add from open files").
   using OpenFiles = std::function<std::vector<MetadataMap>()>;

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -31,6 +32,7 @@
 #include "TessaneRename/Windows/Appearance.h"
 #include "TessaneRename/Windows/BodiesPane.h"
 #include "TessaneRename/Windows/FileListModel.h"
+#include "TessaneRename/Windows/GuideWindow.h"
 #include "TessaneRename/Windows/HistoryWindow.h"
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/ReportWindow.h"
@@ -124,6 +126,13 @@ TEST_F(Windows, SettingsReachEveryOpenPreview) {
   EXPECT_EQ(newNames(first),
             (std::map<QString, QString>{{"a.jpg", "a_nolens.JPG"}, {"b.jpg", "b_nolens.JPG"}}));
   EXPECT_EQ(newNames(second), (std::map<QString, QString>{{"c.jpg", "x_nolens.JPG"}}));
+
+  // The counter's start and width go into the name being built.
+  type(second, QStringLiteral("x_{counter}"));
+  settings.findChild<QSpinBox*>("counterStart")->setValue(7);
+  settings.findChild<QSpinBox*>("counterDigits")->setValue(2);
+  ASSERT_TRUE(settled(second.model()));
+  EXPECT_EQ(newNames(second), (std::map<QString, QString>{{"c.jpg", "x_07.JPG"}}));
 
   // Two files, one name: errors, until the settings say to number the second.
   type(first, QStringLiteral("same"));
@@ -258,6 +267,36 @@ TEST_F(Windows, ReportShowsTheCommentAndDetailsOnlyWhenAsked) {
   EXPECT_TRUE(text.contains("The names came out wrong."));
   EXPECT_FALSE(text.contains(folder)) << "no details: none sent";
   EXPECT_EQ(report.status()->text(), "Report sent to your mail app");
+}
+
+// Every control a user can reach with Tab says what it is to a screen reader.
+TEST_F(Windows, EveryControlHasAName) {
+  photos_.file("a.jpg");
+  openWindow(photos_.path(), QStringLiteral("{name}"));
+  std::vector<QWidget*> windows;
+  int checked = 0;
+  SettingsWindow& settings = windows_->showSettings();
+  windows.push_back(&windows_->showHistory());
+  windows.push_back(&windows_->showGuide());
+  windows.push_back(&windows_->showReport());
+  for (int tab = 0; tab < settings.tabs()->count(); ++tab) {
+    settings.showTab(static_cast<SettingsWindow::Tab>(tab));
+    windows.push_back(&settings);
+    for (QWidget* window : windows) {
+      for (QWidget* control : window->findChildren<QWidget*>()) {
+        if (!control->isVisibleTo(window) || !(control->focusPolicy() & Qt::TabFocus)) continue;
+        if (control->focusProxy() != nullptr) continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(control);
+        ASSERT_NE(accessible, nullptr);
+        ++checked;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+            << window->objectName().toStdString() << ": " << control->metaObject()->className()
+            << " " << control->objectName().toStdString();
+      }
+    }
+    windows.pop_back();
+  }
+  EXPECT_GT(checked, 40);
 }
 
 }  // namespace

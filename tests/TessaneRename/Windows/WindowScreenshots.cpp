@@ -113,7 +113,7 @@ class Screenshots : public ::testing::Test {
     QCoreApplication::processEvents();
   }
 
-  // Writes `widget` as "<name>-<light|dark>-<language>.png".
+  // Writes `widget` as "<name>-<light|dark>-<language>[@2x].png".
   void save(QWidget& widget, const QString& name) {
     widget.show();
     QCoreApplication::processEvents();
