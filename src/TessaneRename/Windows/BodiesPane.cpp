@@ -1,5 +1,6 @@
 #include "TessaneRename/Windows/BodiesPane.h"
 
+#include <QAction>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -70,6 +71,11 @@ BodiesPane::BodiesPane(BodyTable& table, OpenFiles openFiles, QWidget* parent)
   remove_ = new QPushButton(tr("&Remove"));
   remove_->setObjectName("removeBody");
   connect(remove_, &QPushButton::clicked, this, &BodiesPane::removeSelectedRows);
+  auto* deleteKey = new QAction(table_);
+  deleteKey->setShortcut(QKeySequence::Delete);
+  deleteKey->setShortcutContext(Qt::WidgetShortcut);
+  connect(deleteKey, &QAction::triggered, this, &BodiesPane::removeSelectedRows);
+  table_->addAction(deleteKey);
   connect(table_, &QTableWidget::itemSelectionChanged, this,
           [this] { remove_->setEnabled(!table_->selectedItems().isEmpty()); });
   remove_->setEnabled(false);

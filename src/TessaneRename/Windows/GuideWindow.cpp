@@ -5,6 +5,7 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
 #include <QTextBrowser>
 
 #include <algorithm>
@@ -126,7 +127,7 @@ QImage GuideWindow::draw(const Drawing& drawing, const QPalette& palette, qreal 
 }
 
 std::vector<GuideWindow::Topic> GuideWindow::topicsText() {
-  const QString img = QStringLiteral("<p><img src=\"drawing:\"></p>");
+  const QString img = QStringLiteral("<p><img src=\"drawing:%1\"></p>");
   return {
       {tr("Build a name"),
        tr("<h2>Build a name from pieces</h2><p>Drop a folder or a card's DCIM folder on the "
@@ -195,7 +196,7 @@ std::vector<GuideWindow::Topic> GuideWindow::topicsText() {
               "after several renames, as long as the disk keeps them (see Settings › "
               "Files).</p>"),
        {{file(QStringLiteral("DSC01203.JPG")), arrow(tr("Rename")),
-         file(QStringLiteral("2025-06-14_A7R_0003.JPG")), arrow(tr("Restore")),
+         file(QStringLiteral("Wedding_0003.JPG")), arrow(tr("Restore")),
          file(QStringLiteral("DSC01203.JPG"))}}},
   };
 }
@@ -209,7 +210,7 @@ GuideWindow::GuideWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   topics_->setAccessibleName(tr("Topics"));
   for (const Topic& topic : content_)
     topics_->addItem(topic.title);
-  topics_->setMaximumWidth(220);
+  topics_->setMaximumWidth(200);
   topics_->setSpacing(3);
   topics_->setFrameShape(QFrame::NoFrame);
   page_ = new QTextBrowser;
@@ -218,27 +219,43 @@ GuideWindow::GuideWindow(QWidget* parent) : QWidget(parent, Qt::Window) {
   page_->setOpenExternalLinks(true);
   page_->document()->setDocumentMargin(16);
   connect(topics_, &QListWidget::currentRowChanged, this, &GuideWindow::showTopic);
+  showPages();
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(0);
   layout->addWidget(topics_);
   layout->addWidget(page_, 1);
   topics_->setCurrentRow(0);
-  resize(820, 560);
+  resize(900, 560);
+}
+
+// Every topic on one page, each under its anchor, its drawing in the window's colours.
+void GuideWindow::showPages() {
+  QString html;
+  const qreal ratio = devicePixelRatioF();
+  for (std::size_t i = 0; i < content_.size(); ++i) {
+    const QString n = QString::number(i);
+    page_->document()->addResource(QTextDocument::ImageResource,
+                                   QUrl(QStringLiteral("drawing:") + n),
+                                   draw(content_[i].drawing, palette(), ratio));
+    html += QStringLiteral("<a name=\"topic%1\"></a>").arg(n) + content_[i].html.arg(n);
+    if (i + 1 < content_.size()) html += QStringLiteral("<p>&nbsp;</p>");
+  }
+  page_->setHtml(html);
 }
 
 void GuideWindow::showTopic(int topic) {
   if (topic < 0 || topic >= static_cast<int>(content_.size())) return;
   if (topics_->currentRow() != topic) topics_->setCurrentRow(topic);
-  const Topic& t = content_[static_cast<std::size_t>(topic)];
-  const qreal ratio = devicePixelRatioF();
-  page_->document()->addResource(QTextDocument::ImageResource, QUrl(QStringLiteral("drawing:")),
-                                 draw(t.drawing, palette(), ratio));
-  page_->setHtml(t.html);
+  page_->scrollToAnchor(QStringLiteral("topic%1").arg(topic));
 }
 
 void GuideWindow::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::PaletteChange) showTopic(topics_->currentRow());
+  if (event->type() == QEvent::PaletteChange && page_ != nullptr) {
+    const int scroll = page_->verticalScrollBar()->value();
+    showPages();
+    page_->verticalScrollBar()->setValue(scroll);
+  }
   QWidget::changeEvent(event);
 }
 

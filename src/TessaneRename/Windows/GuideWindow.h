@@ -1,5 +1,5 @@
-// The guide: a short illustrated tour for photographers, one topic at a time (building a name,
-// changes, twins, presets, camera bodies, going back). The topics are listed on the left; the
+// The guide: a short illustrated tour for photographers on one page (building a name, changes,
+// twins, presets, camera bodies, going back), its topics listed on the left to jump to. The
 // drawings are made here, in the window's own colours, so they follow light and dark.
 #pragma once
 
@@ -39,10 +39,11 @@ class GuideWindow : public QWidget {
  private:
   struct Topic {
     QString title;
-    QString html;  // with <img src="drawing:"> where the drawing goes
+    QString html;  // with <img src="drawing:%1"> where the drawing goes
     Drawing drawing;
   };
   static std::vector<Topic> topicsText();
+  void showPages();
 
   std::vector<Topic> content_;
   QListWidget* topics_ = nullptr;

@@ -206,7 +206,7 @@ void HistoryWindow::goBack() {
   const Uuid id = entry->id;
   watch(model);
   model->revert(id);
-  if (!model->isRenaming()) batchEnded(model);  // refused at once
+  if (!model->isRenaming()) batchEnded(model, true);  // refused at once
 }
 
 // The batch's end shows as its toast, or as the model's message when it failed.
@@ -214,19 +214,19 @@ void HistoryWindow::watch(FolderModel* model) {
   disconnect(watchingToast_);
   disconnect(watchingError_);
   watchingToast_ = connect(model, &FolderModel::toastChanged, this, [this, model] {
-    if (!model->isRenaming() && model->toast()) batchEnded(model);
+    if (!model->isRenaming() && model->toast()) batchEnded(model, false);
   });
   watchingError_ = connect(model, &FolderModel::errorMessageChanged, this, [this, model] {
-    if (!model->isRenaming() && model->errorMessage()) batchEnded(model);
+    if (!model->isRenaming() && model->errorMessage()) batchEnded(model, true);
   });
 }
 
-void HistoryWindow::batchEnded(FolderModel* model) {
+void HistoryWindow::batchEnded(FolderModel* model, bool failed) {
   disconnect(watchingToast_);
   disconnect(watchingError_);
   refresh();
-  if (model->errorMessage()) {
-    showMessage(q(*model->errorMessage()), true);
+  if (failed) {
+    showMessage(model->errorMessageText(), true);
     return;
   }
   const std::optional<Toast>& toast = model->toast();

@@ -53,7 +53,8 @@ class HistoryWindow : public QWidget {
   FolderModel* modelFor(const RenameHistory::Entry& entry) const;
   void selectionChanged();
   void watch(FolderModel* model);
-  void batchEnded(FolderModel* model);
+  // The batch ended: its toast, or the model's message when it failed or was refused.
+  void batchEnded(FolderModel* model, bool failed);
   void showMessage(const QString& text, bool isProblem);
 
   RenameHistory& history_;

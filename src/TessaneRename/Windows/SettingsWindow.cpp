@@ -92,7 +92,7 @@ SettingsWindow::SettingsWindow(AppContext& app, OpenFiles openFiles, QWidget* pa
   layout->setContentsMargins(0, 6, 0, 0);
   layout->addWidget(tabs_);
   reload();
-  resize(640, 600);
+  resize(640, 560);
 }
 
 void SettingsWindow::showTab(Tab tab) {
