@@ -42,12 +42,12 @@ QPalette lightPalette() {
 
 QPalette darkPalette() {
   QPalette p;
-  const QColor window(0x2b, 0x2b, 0x2e), base(0x1f, 0x1f, 0x22), text(0xe8, 0xe8, 0xea);
-  const QColor button(0x38, 0x38, 0x3c), dim(0x80, 0x80, 0x86);
+  const QColor window(0x30, 0x30, 0x34), base(0x1e, 0x1e, 0x21), text(0xe8, 0xe8, 0xea);
+  const QColor button(0x3c, 0x3c, 0x41), dim(0x86, 0x86, 0x8c);
   p.setColor(QPalette::Window, window);
   p.setColor(QPalette::WindowText, text);
   p.setColor(QPalette::Base, base);
-  p.setColor(QPalette::AlternateBase, QColor(0x27, 0x27, 0x2a));
+  p.setColor(QPalette::AlternateBase, QColor(0x26, 0x26, 0x29));
   p.setColor(QPalette::ToolTipBase, QColor(0x3a, 0x3a, 0x3e));
   p.setColor(QPalette::ToolTipText, text);
   p.setColor(QPalette::PlaceholderText, dim);

@@ -249,7 +249,12 @@ QWidget* SettingsWindow::makeNames() {
     });
   });
   form->addRow(tr("E&xtensions:"), extensionCase_);
+  makeNamesBatch(form);
+  return page(form);
+}
 
+// The rest of the Names tab: the text for missing data, duplicates, order and twins.
+void SettingsWindow::makeNamesBatch(QFormLayout* form) {
   missingText_ = new QLineEdit;
   missingText_->setObjectName("missingText");
   missingText_->setAccessibleName(tr("Text for missing data"));
@@ -306,7 +311,6 @@ QWidget* SettingsWindow::makeNames() {
       note(tr("Files of one shot that share the name before the dot get the RAW’s "
               "new name.")));
   form->addRow(tr("Twins that follow the RAW:"), twins);
-  return page(form);
 }
 
 QWidget* SettingsWindow::makeNamesCounter(QFormLayout* form) {

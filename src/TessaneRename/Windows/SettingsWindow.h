@@ -57,6 +57,7 @@ class SettingsWindow : public QWidget {
   QWidget* makeGeneral();
   QWidget* makeNames();
   QWidget* makeNamesCounter(QFormLayout* form);
+  void makeNamesBatch(QFormLayout* form);
   QWidget* makeFiles();
   QLineEdit* patternField(const char* name, QLabel*& example, bool isDate);
   void patternEdited(QLineEdit* field, QLabel* example, bool isDate);

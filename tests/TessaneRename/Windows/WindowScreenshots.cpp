@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -152,6 +153,8 @@ TEST_F(Screenshots, EveryWindowInLightAndDark) {
     save(window, QStringLiteral("main-window"));
 
     SettingsWindow& settings = windows_->showSettings();
+    // One box unticked, to show both states.
+    settings.findChild<QCheckBox*>("resumesSession")->setChecked(false);
     const char* tabs[] = {"settings-general", "settings-names", "settings-bodies",
                           "settings-files"};
     for (int tab = 0; tab < settings.tabs()->count(); ++tab) {
