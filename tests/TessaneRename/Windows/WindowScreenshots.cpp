@@ -145,7 +145,7 @@ TEST_F(Screenshots, EveryWindowInLightAndDark) {
   MainWindow& window = windows_->newWindow();
   window.resize(1280, 800);
   window.model().open({shoot});
-  type(window, QStringLiteral("{date:yyyy-MM-dd_HHmmss}_{body}"));
+  type(window, QStringLiteral("{date:yyyy-MM-dd}_{body}_{counter}"));
   ASSERT_TRUE(settled(window.model()));
 
   for (Appearance appearance : {Appearance::light, Appearance::dark}) {
