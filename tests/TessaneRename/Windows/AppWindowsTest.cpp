@@ -189,6 +189,26 @@ TEST_F(Windows, BodiesTableKeepsGoodOffsetsAndRefusesBadOnes) {
   EXPECT_TRUE(settled(window.model())) << "the table's change rebuilds the preview";
 }
 
+TEST_F(Windows, BodiesTableGoesOutAndComesBack) {
+  CameraBodies table;
+  table.tags = {{"3018842", "Z6"}};
+  table.clockOffsets = {{"3018842", 120}};
+  app_->bodies().setBodies(table);
+  BodiesPane& bodies = windows_->showSettings().bodies();
+  ASSERT_EQ(bodies.table()->rowCount(), 1);
+  const QString file = QString::fromStdString((photos_.path() / "bodies.json").string());
+  bodies.exportTo(file);
+
+  app_->bodies().setBodies({{{"ILCE-7RM5", "A7R"}}, {}});
+  EXPECT_EQ(bodies.table()->rowCount(), 1) << "a change made elsewhere is shown";
+  bodies.importFrom(file);
+  EXPECT_EQ(bodies.table()->rowCount(), 2);
+  EXPECT_EQ(app_->bodies().bodies().tags.size(), 2u);
+  EXPECT_EQ(app_->bodies().bodies().clockOffsets.at("3018842"), 120.0);
+  EXPECT_EQ(bodies.message()->text(),
+            "Imported rows are added; for the same body the imported one wins.");
+}
+
 TEST_F(Windows, HistoryListsABatchAndGoesBackFromIt) {
   photos_.file("a.jpg", "a");
   photos_.file("b.jpg", "b");
@@ -243,6 +263,15 @@ TEST_F(Windows, NewWindowIsIndependentAndAuxiliaryWindowsOpenOnce) {
   second->close();
   ASSERT_TRUE(waitFor([&] { return windows_->mainWindows().size() == 1; }));
   EXPECT_EQ(windows_->mainWindows().front(), &first);
+}
+
+TEST_F(Windows, ClosingTheLastMainWindowClosesTheOthers) {
+  MainWindow& window = windows_->newWindow();
+  HistoryWindow& history = windows_->showHistory();
+  ASSERT_TRUE(history.isVisible());
+  window.close();
+  ASSERT_TRUE(waitFor([&] { return windows_->mainWindows().empty(); }));
+  EXPECT_FALSE(history.isVisible());
 }
 
 TEST_F(Windows, ReportShowsTheCommentAndDetailsOnlyWhenAsked) {
