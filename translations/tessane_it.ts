@@ -187,6 +187,10 @@
         <source>Help</source>
         <translation>Aiuto</translation>
     </message>
+    <message>
+        <source>New Window</source>
+        <translation>Nuova finestra</translation>
+    </message>
 </context>
 <context>
     <name>BetaReport</name>
@@ -819,6 +823,77 @@
     </message>
 </context>
 <context>
+    <name>tessane::BodiesPane</name>
+    <message>
+        <source>Give each camera a short tag for {body}, and line up a clock that was wrong. The times in the names are corrected; the files aren’t changed.</source>
+        <translation>Dai a ogni fotocamera una breve etichetta per {corpo} e rimetti in riga un orologio sbagliato. Gli orari nei nomi vengono corretti; i file non vengono modificati.</translation>
+    </message>
+    <message>
+        <source>Camera bodies</source>
+        <translation>Corpi macchina</translation>
+    </message>
+    <message>
+        <source>Serial number or model</source>
+        <translation>Numero di serie o modello</translation>
+    </message>
+    <message>
+        <source>Tag</source>
+        <translation>Etichetta</translation>
+    </message>
+    <message>
+        <source>Clock offset</source>
+        <translation>Scarto dell’orologio</translation>
+    </message>
+    <message>
+        <source>Clock offset: what to add to the camera’s times, as +h:mm:ss. “+0:02:00” means its clock was 2 minutes behind.</source>
+        <translation>Scarto dell’orologio: quanto aggiungere agli orari della fotocamera, come +h:mm:ss. “+0:02:00” vuol dire che il suo orologio era indietro di 2 minuti.</translation>
+    </message>
+    <message>
+        <source>&amp;Add</source>
+        <translation>&amp;Aggiungi</translation>
+    </message>
+    <message>
+        <source>&amp;Remove</source>
+        <translation>&amp;Rimuovi</translation>
+    </message>
+    <message>
+        <source>&amp;Import…</source>
+        <translation>&amp;Importa…</translation>
+    </message>
+    <message>
+        <source>Imported rows are added; for the same body the imported one wins.</source>
+        <translation>Le righe importate si aggiungono; per lo stesso corpo vale quella importata.</translation>
+    </message>
+    <message>
+        <source>Import Camera Bodies</source>
+        <translation>Importa i corpi macchina</translation>
+    </message>
+    <message>
+        <source>Camera bodies (*.json)</source>
+        <translation>Corpi macchina (*.json)</translation>
+    </message>
+    <message>
+        <source>&amp;Export…</source>
+        <translation>&amp;Esporta…</translation>
+    </message>
+    <message>
+        <source>Export Camera Bodies</source>
+        <translation>Esporta i corpi macchina</translation>
+    </message>
+    <message>
+        <source>“%1” isn’t a clock offset. Write it as +h:mm:ss, such as +0:02:00 for a clock 2 minutes behind, or -1:00:00 for one an hour ahead.</source>
+        <translation>“%1” non è uno scarto d’orologio. Scrivilo come +h:mm:ss, per esempio +0:02:00 per un orologio indietro di 2 minuti, o -1:00:00 per uno avanti di un’ora.</translation>
+    </message>
+    <message>
+        <source>A tag can’t hold “/”, “:” or control characters.</source>
+        <translation>Un’etichetta non può contenere “/”, “:” o caratteri di controllo.</translation>
+    </message>
+    <message>
+        <source>Add from open files (%1)</source>
+        <translation>Aggiungi dai file aperti (%1)</translation>
+    </message>
+</context>
+<context>
     <name>tessane::FileListModel</name>
     <message>
         <source>Unchanged</source>
@@ -859,6 +934,200 @@
     <message>
         <source>Status</source>
         <translation>Stato</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::GuideWindow</name>
+    <message>
+        <source>Build a name</source>
+        <translation>Componi un nome</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Build a name from pieces&lt;/h2&gt;&lt;p&gt;Drop a folder or a card&apos;s DCIM folder on the window. Then put together the new name from pieces: the date and time of the shot, the camera, the lens and exposure, the place and the people, your own text, and a counter.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Componi un nome a pezzi&lt;/h2&gt;&lt;p&gt;Trascina sulla finestra una cartella, o la cartella DCIM di una scheda. Poi metti insieme il nuovo nome a pezzi: la data e l’ora dello scatto, la fotocamera, l’obiettivo e l’esposizione, il luogo e le persone, un tuo testo e un contatore.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;Drag the pieces into the order you like and remove the ones you don&apos;t want. The separator between them is yours to choose. If you prefer typing, choose &lt;b&gt;Write by hand&lt;/b&gt;: variables are written in braces, such as &lt;code&gt;{date:yyyy-MM-dd}_{body}_{counter}&lt;/code&gt;, and the field completes their names.&lt;/p&gt;&lt;p&gt;Every file shows its new name before anything happens. Red means the name can&apos;t be used (two files would get the same name, for instance); amber is a warning, such as a photo without the data a piece asks for.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Trascina i pezzi nell’ordine che preferisci e togli quelli che non ti servono. Il separatore fra un pezzo e l’altro lo scegli tu. Se preferisci scrivere, scegli &lt;b&gt;Scrivi a mano&lt;/b&gt;: le variabili vanno fra graffe, come &lt;code&gt;{data:yyyy-MM-dd}_{corpo}_{contatore}&lt;/code&gt;, e il campo ne completa i nomi.&lt;/p&gt;&lt;p&gt;Ogni file mostra il suo nuovo nome prima che succeda qualcosa. Il rosso vuol dire che il nome non si può usare (per esempio due file avrebbero lo stesso nome); l’ambra è un avviso, come una foto senza il dato che un pezzo richiede.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Fotocamera</translation>
+    </message>
+    <message>
+        <source>Counter</source>
+        <translation>Contatore</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Ritocchi</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Fix up names with changes&lt;/h2&gt;&lt;p&gt;Changes work on the name one after the other, from the top: insert or remove text, replace words, move a block, change the case, clean up spaces, change the extension. Drag a change to reorder it (or Alt+Ctrl+Up and Down), turn it off to see the names without it, or duplicate it to start a similar one.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Rifinisci i nomi con i ritocchi&lt;/h2&gt;&lt;p&gt;I ritocchi lavorano sul nome uno dopo l’altro, dall’alto: inseriscono o tolgono testo, sostituiscono parole, spostano un blocco, cambiano maiuscole e minuscole, sistemano gli spazi, cambiano l’estensione. Trascina un ritocco per cambiarne il posto (o Alt+Ctrl+Su e Giù), disattivalo per vedere i nomi senza, o duplicalo per partire da uno simile.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;A change can act on all the files or only on some kinds, such as the videos. Start from the new name you built, or from the camera&apos;s original name.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Un ritocco può agire su tutti i file o solo su alcuni tipi, come i video. Parti dal nuovo nome che hai composto o dal nome originale della fotocamera.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Sostituisci</translation>
+    </message>
+    <message>
+        <source>lower case</source>
+        <translation>minuscole</translation>
+    </message>
+    <message>
+        <source>Twins</source>
+        <translation>Gemelli</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Twins stay together&lt;/h2&gt;&lt;p&gt;The RAW file, its JPEG, its XMP sidecar and a video of the same shot share the name before the dot. Keep twins together, and they all get the RAW&apos;s new name, so your editing software still finds the sidecar beside its picture.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;I gemelli restano insieme&lt;/h2&gt;&lt;p&gt;Il file RAW, il suo JPEG, il suo file XMP e un video dello stesso scatto hanno lo stesso nome prima del punto. Tieni insieme i gemelli e riceveranno tutti il nuovo nome del RAW: così il tuo programma di sviluppo trova ancora l’XMP accanto alla sua foto.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;Choose which twins follow the RAW in Settings › Names.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Scegli quali gemelli seguono il RAW in Impostazioni › Nomi.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation>Preset</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Keep your recipes as presets&lt;/h2&gt;&lt;p&gt;When a name and its changes suit a kind of job, save them as a preset (File › Save Preset As…). Next time, load it from the preset menu or from the empty window and the names are ready. A dot beside the preset&apos;s name says you changed something since; Save Preset keeps the change.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Conserva le tue ricette come preset&lt;/h2&gt;&lt;p&gt;Quando un nome e i suoi ritocchi vanno bene per un tipo di lavoro, salvali come preset (File › Salva preset come…). La volta dopo caricalo dal menu dei preset o dalla finestra vuota e i nomi sono pronti. Un punto accanto al nome del preset dice che da allora hai cambiato qualcosa; Salva preset conserva la modifica.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Wedding</source>
+        <translation>Matrimonio</translation>
+    </message>
+    <message>
+        <source>Studio portraits</source>
+        <translation>Ritratti in studio</translation>
+    </message>
+    <message>
+        <source>Travel</source>
+        <translation>Viaggio</translation>
+    </message>
+    <message>
+        <source>Camera bodies</source>
+        <translation>Corpi macchina</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Camera bodies and their clocks&lt;/h2&gt;&lt;p&gt;Shooting with two cameras? Give each one a short tag in Settings › Camera Bodies, and the &lt;code&gt;{body}&lt;/code&gt; piece puts it in the names. If one camera&apos;s clock was wrong, its offset corrects the times in the names; the files themselves aren&apos;t changed.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;I corpi macchina e i loro orologi&lt;/h2&gt;&lt;p&gt;Scatti con due fotocamere? Dai a ognuna una breve etichetta in Impostazioni › Corpi macchina e il pezzo &lt;code&gt;{corpo}&lt;/code&gt; la mette nei nomi. Se l’orologio di una fotocamera era sbagliato, il suo scarto corregge gli orari nei nomi; i file restano come sono.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;The quickest way: select two photos of the same moment from the two cameras, open the file panel, and let the clock card line them up.&lt;/p&gt;</source>
+        <translation>&lt;p&gt;Il modo più rapido: seleziona due foto dello stesso istante fatte dalle due fotocamere, apri il pannello del file e lascia che la scheda dell’orologio le metta in riga.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>the right time</source>
+        <translation>l’ora giusta</translation>
+    </message>
+    <message>
+        <source>Going back</source>
+        <translation>Tornare indietro</translation>
+    </message>
+    <message>
+        <source>&lt;h2&gt;Nothing is lost&lt;/h2&gt;&lt;p&gt;A rename never overwrites a file, and stops before touching anything when a name is taken. Changed your mind? &lt;b&gt;Restore Previous Names&lt;/b&gt; (Alt+Ctrl+Z) puts back the names from before the last rename; the History window (Ctrl+Y) goes back from any batch.&lt;/p&gt;</source>
+        <translation>&lt;h2&gt;Non si perde nulla&lt;/h2&gt;&lt;p&gt;Una rinomina non sovrascrive mai un file e, se un nome è già preso, si ferma prima di toccare qualcosa. Hai cambiato idea? &lt;b&gt;Ripristina i nomi precedenti&lt;/b&gt; (Alt+Ctrl+Z) rimette i nomi di prima dell’ultima rinomina; la finestra Cronologia (Ctrl+Y) torna indietro da qualunque gruppo.&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;&lt;b&gt;Restore Original Names&lt;/b&gt; brings back the names the camera gave, even after several renames, as long as the disk keeps them (see Settings › Files).&lt;/p&gt;</source>
+        <translation>&lt;p&gt;&lt;b&gt;Ripristina i nomi originali&lt;/b&gt; riporta i nomi dati dalla fotocamera, anche dopo più rinomine, purché il disco li conservi (vedi Impostazioni › File).&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Rinomina</translation>
+    </message>
+    <message>
+        <source>Restore</source>
+        <translation>Ripristina</translation>
+    </message>
+    <message>
+        <source>Tessane Rename Guide</source>
+        <translation>Guida di Tessane Rename</translation>
+    </message>
+    <message>
+        <source>Topics</source>
+        <translation>Argomenti</translation>
+    </message>
+    <message>
+        <source>Guide</source>
+        <translation>Guida</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::HistoryWindow</name>
+    <message>
+        <source>History</source>
+        <translation>Cronologia</translation>
+    </message>
+    <message>
+        <source>Every rename you make shows up here, and you can go back to the names before it.</source>
+        <translation>Ogni rinomina che fai compare qui, e puoi tornare ai nomi di prima.</translation>
+    </message>
+    <message>
+        <source>Renames, newest first</source>
+        <translation>Rinomine, dalla più recente</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Cartella</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>Stato</translation>
+    </message>
+    <message>
+        <source>Nothing renamed yet</source>
+        <translation>Ancora nessuna rinomina</translation>
+    </message>
+    <message>
+        <source>Clear History…</source>
+        <translation>Cancella la cronologia…</translation>
+    </message>
+    <message>
+        <source>Clear the history?</source>
+        <translation>Cancellare la cronologia?</translation>
+    </message>
+    <message>
+        <source>The files keep their names; you can no longer go back from here. Original names stay remembered in each file.</source>
+        <translation>I file tengono i loro nomi; da qui non potrai più tornare indietro. I nomi originali restano conservati in ogni file.</translation>
+    </message>
+    <message>
+        <source>Clear History</source>
+        <translation>Cancella la cronologia</translation>
+    </message>
+    <message>
+        <source>Go Back</source>
+        <translation>Torna indietro</translation>
+    </message>
+    <message>
+        <source>Put back the names these files had before this rename</source>
+        <translation>Rimetti i nomi che questi file avevano prima di questa rinomina</translation>
+    </message>
+    <message>
+        <source>Gone back</source>
+        <translation>Annullata</translation>
+    </message>
+    <message>
+        <source>Add the folder to the list to go back</source>
+        <translation>Aggiungi la cartella all’elenco per tornare indietro</translation>
     </message>
 </context>
 <context>
@@ -1069,6 +1338,324 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Write the new name by hand: text and variables in braces, such as {date}, {body}, {original} and {counter}</source>
         <translation>Scrivi il nuovo nome a mano: testo e variabili tra graffe, come {data}, {corpo}, {originale} e {contatore}</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::ReportWindow</name>
+    <message>
+        <source>Report a Problem</source>
+        <translation>Segnala un problema</translation>
+    </message>
+    <message>
+        <source>Tessane Rename is in beta: tell what went wrong</source>
+        <translation>Tessane Rename è in beta: racconta cosa è andato storto</translation>
+    </message>
+    <message>
+        <source>&amp;What happened?</source>
+        <translation>&amp;Che cosa è successo?</translation>
+    </message>
+    <message>
+        <source>What happened</source>
+        <translation>Che cosa è successo</translation>
+    </message>
+    <message>
+        <source>What were you doing, what did you expect, and what happened instead?</source>
+        <translation>Che cosa stavi facendo, che cosa ti aspettavi e che cosa è successo invece?</translation>
+    </message>
+    <message>
+        <source>&amp;Include details: the error on screen, the folders, the rules, the last actions and what a sudden quit left</source>
+        <translation>&amp;Includi i dettagli: l’errore sullo schermo, le cartelle, le regole, le ultime azioni e ciò che ha lasciato una chiusura improvvisa</translation>
+    </message>
+    <message>
+        <source>Include details</source>
+        <translation>Includi i dettagli</translation>
+    </message>
+    <message>
+        <source>The report, as it will be sent:</source>
+        <translation>La segnalazione, come verrà inviata:</translation>
+    </message>
+    <message>
+        <source>The report, as it will be sent</source>
+        <translation>La segnalazione, come verrà inviata</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Salva…</translation>
+    </message>
+    <message>
+        <source>Se&amp;nd</source>
+        <translation>&amp;Invia</translation>
+    </message>
+    <message>
+        <source>Opens your mail app with the report attached; nothing leaves without you.</source>
+        <translation>Apre il tuo programma di posta con la segnalazione allegata; nulla parte senza di te.</translation>
+    </message>
+    <message>
+        <source>Save the Report</source>
+        <translation>Salva la segnalazione</translation>
+    </message>
+    <message>
+        <source>Plain text (*.txt)</source>
+        <translation>Testo semplice (*.txt)</translation>
+    </message>
+    <message>
+        <source>Report saved</source>
+        <translation>Segnalazione salvata</translation>
+    </message>
+    <message>
+        <source>Couldn’t save the report.</source>
+        <translation>Non è stato possibile salvare la segnalazione.</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::SettingsWindow</name>
+    <message>
+        <source>Settings</source>
+        <translation>Impostazioni</translation>
+    </message>
+    <message>
+        <source>General</source>
+        <translation>Generali</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>Nomi</translation>
+    </message>
+    <message>
+        <source>Camera Bodies</source>
+        <translation>Corpi macchina</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Appearance</source>
+        <translation>Aspetto</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>Come il sistema</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Chiaro</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Scuro</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance:</source>
+        <translation>&amp;Aspetto:</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Lingua</translation>
+    </message>
+    <message>
+        <source>&amp;Language:</source>
+        <translation>&amp;Lingua:</translation>
+    </message>
+    <message>
+        <source>The new language is used the next time Tessane Rename starts.</source>
+        <translation>La nuova lingua si usa dal prossimo avvio di Tessane Rename.</translation>
+    </message>
+    <message>
+        <source>&amp;Resume the last session</source>
+        <translation>&amp;Riprendi l’ultima sessione</translation>
+    </message>
+    <message>
+        <source>At launch, reopen the folders and the name you were building. Turned off, the window starts empty.</source>
+        <translation>All’avvio riapre le cartelle e il nome che stavi componendo. Se è disattivato, la finestra parte vuota.</translation>
+    </message>
+    <message>
+        <source>After renaming, open the folder in the file manager with the renamed files selected</source>
+        <translation>Dopo la rinomina, apri la cartella nel gestore file con i file rinominati selezionati</translation>
+    </message>
+    <message>
+        <source>Show &amp;thumbnails in the file list</source>
+        <translation>Mostra le &amp;miniature nell’elenco dei file</translation>
+    </message>
+    <message>
+        <source>Check for &amp;updates once a day</source>
+        <translation>Cerca &amp;aggiornamenti una volta al giorno</translation>
+    </message>
+    <message>
+        <source>Only a short notice appears when a new version is out; nothing is downloaded without you.</source>
+        <translation>Quando esce una nuova versione compare solo un breve avviso; nulla viene scaricato senza di te.</translation>
+    </message>
+    <message>
+        <source>Date pattern</source>
+        <translation>Schema della data</translation>
+    </message>
+    <message>
+        <source>Time pattern</source>
+        <translation>Schema dell’ora</translation>
+    </message>
+    <message>
+        <source>“%1” can’t be written as a date: the last good pattern stays in use.</source>
+        <translation>“%1” non si può scrivere come data: resta in uso l’ultimo schema valido.</translation>
+    </message>
+    <message>
+        <source>Example: %1</source>
+        <translation>Esempio: %1</translation>
+    </message>
+    <message>
+        <source>&amp;Date:</source>
+        <translation>&amp;Data:</translation>
+    </message>
+    <message>
+        <source>&amp;Time:</source>
+        <translation>&amp;Ora:</translation>
+    </message>
+    <message>
+        <source>Patterns use yyyy for the year, MM month, dd day, HH hour, mm minutes, ss seconds. Text in &apos;single quotes&apos; stays as it is.</source>
+        <translation>Gli schemi usano yyyy per l’anno, MM il mese, dd il giorno, HH l’ora, mm i minuti, ss i secondi. Il testo fra 'apici singoli' resta com’è.</translation>
+    </message>
+    <message>
+        <source>Separator between pieces</source>
+        <translation>Separatore fra i pezzi</translation>
+    </message>
+    <message>
+        <source>&amp;Separator:</source>
+        <translation>&amp;Separatore:</translation>
+    </message>
+    <message>
+        <source>Extensions</source>
+        <translation>Estensioni</translation>
+    </message>
+    <message>
+        <source>Keep as they are</source>
+        <translation>Lasciale come sono</translation>
+    </message>
+    <message>
+        <source>lower case (.jpg)</source>
+        <translation>minuscole (.jpg)</translation>
+    </message>
+    <message>
+        <source>UPPER CASE (.JPG)</source>
+        <translation>MAIUSCOLE (.JPG)</translation>
+    </message>
+    <message>
+        <source>E&amp;xtensions:</source>
+        <translation>E&amp;stensioni:</translation>
+    </message>
+    <message>
+        <source>Text for missing data</source>
+        <translation>Testo per i dati mancanti</translation>
+    </message>
+    <message>
+        <source>left out</source>
+        <translation>omesso</translation>
+    </message>
+    <message>
+        <source>Text for &amp;missing data:</source>
+        <translation>Testo per i dati &amp;mancanti:</translation>
+    </message>
+    <message>
+        <source>Used when a file doesn’t have the data a rule asks for, such as {lens} on a phone photo.</source>
+        <translation>Si usa quando un file non ha il dato che una regola chiede, come {obiettivo} in una foto del telefono.</translation>
+    </message>
+    <message>
+        <source>Two files with one name</source>
+        <translation>Due file con lo stesso nome</translation>
+    </message>
+    <message>
+        <source>Mark them as errors</source>
+        <translation>Segnalali come errori</translation>
+    </message>
+    <message>
+        <source>Add a number to the second</source>
+        <translation>Aggiungi un numero al secondo</translation>
+    </message>
+    <message>
+        <source>Two files, one &amp;name:</source>
+        <translation>Due file, un solo &amp;nome:</translation>
+    </message>
+    <message>
+        <source>Number in order of</source>
+        <translation>Numera in ordine di</translation>
+    </message>
+    <message>
+        <source>Number in &amp;order of:</source>
+        <translation>Numera in &amp;ordine di:</translation>
+    </message>
+    <message>
+        <source>JPEG and other &amp;images</source>
+        <translation>JPEG e altre &amp;immagini</translation>
+    </message>
+    <message>
+        <source>&amp;Videos</source>
+        <translation>&amp;Video</translation>
+    </message>
+    <message>
+        <source>&amp;XMP sidecars</source>
+        <translation>File &amp;XMP</translation>
+    </message>
+    <message>
+        <source>Files of one shot that share the name before the dot get the RAW’s new name.</source>
+        <translation>I file di uno stesso scatto che hanno lo stesso nome prima del punto ricevono il nuovo nome del RAW.</translation>
+    </message>
+    <message>
+        <source>Twins that follow the RAW:</source>
+        <translation>Gemelli che seguono il RAW:</translation>
+    </message>
+    <message>
+        <source>Counter starts at</source>
+        <translation>Il contatore parte da</translation>
+    </message>
+    <message>
+        <source>Counter digits</source>
+        <translation>Cifre del contatore</translation>
+    </message>
+    <message>
+        <source>starts at</source>
+        <translation>parte da</translation>
+    </message>
+    <message>
+        <source>&amp;digits</source>
+        <translation>&amp;cifre</translation>
+    </message>
+    <message>
+        <source>&amp;Counter:</source>
+        <translation>&amp;Contatore:</translation>
+    </message>
+    <message>
+        <source>%1, %2, %3…</source>
+        <translation>%1, %2, %3…</translation>
+    </message>
+    <message>
+        <source>Tessane Rename can keep the name the camera gave each file inside the file itself, as an extended attribute. Restore Original Names then works even after several renames. The picture and its metadata are never changed.</source>
+        <translation>Tessane Rename può conservare dentro ogni file, come attributo esteso, il nome che gli ha dato la fotocamera. Così Ripristina i nomi originali funziona anche dopo più rinomine. L’immagine e i suoi metadati non vengono mai modificati.</translation>
+    </message>
+    <message>
+        <source>Keep the original name:</source>
+        <translation>Conserva il nome originale:</translation>
+    </message>
+    <message>
+        <source>&amp;Always</source>
+        <translation>&amp;Sempre</translation>
+    </message>
+    <message>
+        <source>On every disk that accepts extended attributes.</source>
+        <translation>Su ogni disco che accetta gli attributi estesi.</translation>
+    </message>
+    <message>
+        <source>On disks that keep &amp;attributes natively</source>
+        <translation>Sui dischi che conservano gli &amp;attributi in modo nativo</translation>
+    </message>
+    <message>
+        <source>Linux disks (ext4, Btrfs, XFS, F2FS, ZFS) keep the name with the file. Memory cards, exchange drives and network shares (FAT, exFAT, NTFS, SMB, NFS) can lose it when the file is copied, so nothing is written there.</source>
+        <translation>I dischi Linux (ext4, Btrfs, XFS, F2FS, ZFS) conservano il nome insieme al file. Schede di memoria, dischi di scambio e cartelle di rete (FAT, exFAT, NTFS, SMB, NFS) possono perderlo quando il file viene copiato, perciò lì non si scrive nulla.</translation>
+    </message>
+    <message>
+        <source>&amp;Never</source>
+        <translation>&amp;Mai</translation>
+    </message>
+    <message>
+        <source>Nothing is written. Restore Original Names still knows the names kept before.</source>
+        <translation>Non si scrive nulla. Ripristina i nomi originali conosce ancora i nomi conservati prima.</translation>
     </message>
 </context>
 </TS>

@@ -14,6 +14,7 @@ using C = CommandID;
 
 // Titles are marked for translation here and translated when shown.
 const std::vector<Command> kCommands{
+    {C::newWindow, M::file, QT_TRANSLATE_NOOP("AppCommands", "New Window"), "Ctrl+N", false, ""},
     {C::addFolder, M::file, QT_TRANSLATE_NOOP("AppCommands", "Add Folder…"), "Ctrl+O", true, ""},
     {C::removeFromList, M::file, QT_TRANSLATE_NOOP("AppCommands", "Remove from List"), "", true,
      ""},

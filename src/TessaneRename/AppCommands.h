@@ -25,6 +25,7 @@ enum class CommandMenu { app, file, edit, rename, changes, view, window, help };
 
 enum class CommandID {
   // File
+  newWindow,
   addFolder,
   removeFromList,
   savePreset,

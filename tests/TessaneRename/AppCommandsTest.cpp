@@ -26,8 +26,8 @@ TEST(AppCommandsTest, WithoutAFocusedWindowOnlyTheApplicationsCommandsWork) {
     EXPECT_FALSE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
   for (CommandID id : AppCommands::commandsIn(CommandMenu::changes))
     EXPECT_FALSE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
-  for (CommandID id : {CommandID::history, CommandID::settings, CommandID::guide,
-                       CommandID::reportProblem, CommandID::showPresets})
+  for (CommandID id : {CommandID::newWindow, CommandID::history, CommandID::settings,
+                       CommandID::guide, CommandID::reportProblem, CommandID::showPresets})
     EXPECT_TRUE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
 }
 

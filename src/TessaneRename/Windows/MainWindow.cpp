@@ -87,6 +87,11 @@ bool isAvailable(CommandID id) {
     case CommandID::website:
     case CommandID::showPresets:
     case CommandID::checkForUpdates:
+    case CommandID::newWindow:
+    case CommandID::history:
+    case CommandID::settings:
+    case CommandID::guide:
+    case CommandID::reportProblem:
       return true;
     default:
       return false;
@@ -538,6 +543,13 @@ void MainWindow::run(CommandID id) {
     }
     case CommandID::checkForUpdates:
       if (updater_ != nullptr) updater_->checkNow();
+      break;
+    case CommandID::newWindow:
+    case CommandID::history:
+    case CommandID::settings:
+    case CommandID::guide:
+    case CommandID::reportProblem:
+      emit applicationCommand(id);
       break;
     case CommandID::website:
       desktop_.openUrl(QUrl(QString::fromUtf8(

@@ -53,6 +53,11 @@ class MainWindow : public QMainWindow {
   // What the command table needs to know of this window.
   CommandState commandState() const;
 
+ signals:
+  // A command of the application rather than of this window (New Window, History, Settings, the
+  // guide, the report), for whoever owns the windows.
+  void applicationCommand(CommandID id);
+
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;

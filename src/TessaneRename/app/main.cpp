@@ -1,7 +1,8 @@
-// Tessane Rename, the desktop application: one main window over one folder model. Files and
-// folders given on the command line (paths, or the "file:" URLs that the desktop entry's %U gives)
-// are opened as if they had been dropped on the window. One instance runs per user: a later
-// launch hands what it was given to the running one, which comes to the front and opens it.
+// Tessane Rename, the desktop application: main windows over folder models, one per set of
+// folders. Files and folders given on the command line (paths, or the "file:" URLs that the
+// desktop entry's %U gives) are opened as if they had been dropped on the first window. One
+// instance runs per user: a later launch hands what it was given to the running one, which
+// brings its active window to the front and opens them there.
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -13,10 +14,12 @@
 
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/AppUpdater.h"
+#include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/SingleInstance.h"
+#include "TessaneRename/Windows/AppWindows.h"
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/UpdateNotice.h"
 
@@ -49,32 +52,36 @@ int main(int argc, char** argv) {
   // First of all: put back any batch that a killed run left half done.
   const tessane::RecoveryReport recovery = app.start();
   const std::unique_ptr<tessane::DesktopServices> desktop = tessane::systemDesktopServices();
+  tessane::BetaReporter reporter(tessane::BetaReporter::standardFolder(), TESSANE_VERSION, *desktop,
+                                 QDir::tempPath().toStdString());
+  reporter.launch();
 
-  tessane::FolderModel model(app);
-  model.setRevealer(
-      [&desktop](const std::vector<std::filesystem::path>& files) { desktop->revealFiles(files); });
+  tessane::AppWindows windows(app, *desktop, reporter);
+  tessane::FolderModel& model = windows.newWindow().model();
   model.showRecovery(recovery);
 
-  tessane::MainWindow window(model, app, *desktop);
   tessane::AppUpdater updater(app.settings(), QVersionNumber::fromString(TESSANE_VERSION));
-  window.setUpdater(&updater);
-  QObject::connect(&updater, &tessane::AppUpdater::checked, &window,
-                   [&window, &desktop](const tessane::UpdateCheckResult& result) {
-                     tessane::showUpdateNotice(&window, result, *desktop);
+  windows.setUpdater(&updater);
+  QObject::connect(&updater, &tessane::AppUpdater::checked, &windows,
+                   [&windows, &desktop](const tessane::UpdateCheckResult& result) {
+                     tessane::showUpdateNotice(windows.activeWindow(), result, *desktop);
                    });
-  QObject::connect(&instance, &tessane::SingleInstance::pathsReceived, &window,
-                   [&window, &model](const QStringList& paths) {
-                     if (!paths.isEmpty()) model.open(localPaths(paths));
-                     window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
-                     window.show();
-                     window.raise();
-                     window.activateWindow();
+  QObject::connect(&instance, &tessane::SingleInstance::pathsReceived, &windows,
+                   [&windows](const QStringList& paths) {
+                     tessane::MainWindow* window = windows.activeWindow();
+                     if (window == nullptr) window = &windows.newWindow();
+                     if (!paths.isEmpty()) window->model().open(localPaths(paths));
+                     window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+                     window->show();
+                     window->raise();
+                     window->activateWindow();
                    });
-  window.show();
 
   model.resumeSession();
   if (!given.isEmpty()) model.open(localPaths(given));
   updater.startAutomaticChecks();
 
-  return QApplication::exec();
+  const int status = QApplication::exec();
+  reporter.quit();
+  return status;
 }

@@ -1,0 +1,332 @@
+// The application's windows driven as a user would, on the offscreen platform: a setting changed
+// in the settings window reaches the open windows' previews, the history window lists a batch and
+// goes back from it, New Window opens a window of its own, and the report shows what it will send.
+#include "TessaneRename/Windows/AppWindows.h"
+
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSettings>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "EventLoop.h"
+#include "FileContents.h"
+#include "TempFolder.h"
+#include "TessaneRename/AppContext.h"
+#include "TessaneRename/BetaReporter.h"
+#include "TessaneRename/FakeDesktopServices.h"
+#include "TessaneRename/FolderModel.h"
+#include "TessaneRename/QtPrinting.h"
+#include "TessaneRename/Windows/Appearance.h"
+#include "TessaneRename/Windows/BodiesPane.h"
+#include "TessaneRename/Windows/FileListModel.h"
+#include "TessaneRename/Windows/GuideWindow.h"
+#include "TessaneRename/Windows/HistoryWindow.h"
+#include "TessaneRename/Windows/MainWindow.h"
+#include "TessaneRename/Windows/ReportWindow.h"
+#include "TessaneRename/Windows/SettingsWindow.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::folderContents;
+using testing::TempFolder;
+using testing::waitFor;
+
+QApplication& application() {
+  static int argc = 1;
+  static char name[] = "AppWindowsTest";
+  static char* argv[] = {name, nullptr};
+  static QApplication* app = [] {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    return new QApplication(argc, argv);
+  }();
+  return *app;
+}
+
+class Windows : public ::testing::Test {
+ protected:
+  Windows() {
+    application();
+    app_ = std::make_unique<AppContext>(
+        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
+                                    QSettings::IniFormat),
+        home_.path() / "data");
+    reporter_ = std::make_unique<BetaReporter>(home_.path() / "beta", QStringLiteral("0.1.0"),
+                                               desktop_, home_.path());
+    windows_ = std::make_unique<AppWindows>(*app_, desktop_, *reporter_, false);
+  }
+
+  MainWindow& openWindow(const fs::path& folder, const QString& name) {
+    MainWindow& window = windows_->newWindow();
+    window.model().open({folder});
+    type(window, name);
+    EXPECT_TRUE(settled(window.model()));
+    return window;
+  }
+
+  static void type(MainWindow& window, const QString& text) {
+    QLineEdit* field = window.templateField();
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClicks(field, text);
+  }
+
+  static bool settled(FolderModel& model) {
+    return waitFor([&] {
+      return model.previewBuildCount() == 0 && model.preview() != nullptr && !model.isRenaming() &&
+             model.previewSources().size() == model.files().size();
+    });
+  }
+
+  // New name by current name, as the window's list shows them.
+  static std::map<QString, QString> newNames(MainWindow& window) {
+    std::map<QString, QString> out;
+    const FileListModel& list = window.fileList();
+    for (int row = 0; row < list.rowCount(); ++row) {
+      out[list.index(row, FileListModel::currentName).data().toString()] =
+          list.index(row, FileListModel::newName).data().toString();
+    }
+    return out;
+  }
+
+  TempFolder home_, photos_;
+  testing::FakeDesktopServices desktop_;
+  std::unique_ptr<AppContext> app_;
+  std::unique_ptr<BetaReporter> reporter_;
+  std::unique_ptr<AppWindows> windows_;
+};
+
+TEST_F(Windows, SettingsReachEveryOpenPreview) {
+  photos_.file("a.jpg");
+  photos_.file("b.jpg");
+  TempFolder other;
+  other.file("c.jpg");
+  MainWindow& first = openWindow(photos_.path(), QStringLiteral("{name}_{lens}"));
+  MainWindow& second = openWindow(other.path(), QStringLiteral("x_{lens}"));
+  SettingsWindow& settings = windows_->showSettings();
+
+  QTest::keyClicks(settings.findChild<QLineEdit*>("missingText"), QStringLiteral("nolens"));
+  auto* extensions = settings.findChild<QComboBox*>("extensionCase");
+  extensions->setCurrentIndex(extensions->findData(QStringLiteral("upper")));
+  ASSERT_TRUE(settled(first.model()) && settled(second.model()));
+  EXPECT_EQ(newNames(first),
+            (std::map<QString, QString>{{"a.jpg", "a_nolens.JPG"}, {"b.jpg", "b_nolens.JPG"}}));
+  EXPECT_EQ(newNames(second), (std::map<QString, QString>{{"c.jpg", "x_nolens.JPG"}}));
+
+  // The counter's start and width go into the name being built.
+  type(second, QStringLiteral("x_{counter}"));
+  settings.findChild<QSpinBox*>("counterStart")->setValue(7);
+  settings.findChild<QSpinBox*>("counterDigits")->setValue(2);
+  ASSERT_TRUE(settled(second.model()));
+  EXPECT_EQ(newNames(second), (std::map<QString, QString>{{"c.jpg", "x_07.JPG"}}));
+
+  // Two files, one name: errors, until the settings say to number the second.
+  type(first, QStringLiteral("same"));
+  ASSERT_TRUE(settled(first.model()));
+  EXPECT_EQ(first.model().fileCounts().errors, 2);
+  auto* duplicates = settings.findChild<QComboBox*>("duplicates");
+  duplicates->setCurrentIndex(duplicates->findData(QStringLiteral("addSuffix")));
+  ASSERT_TRUE(settled(first.model()));
+  EXPECT_EQ(first.model().fileCounts().errors, 0);
+
+  // A pattern ICU can't write is refused; the last good one stays.
+  auto* date = settings.findChild<QLineEdit*>("dateFormat");
+  date->selectAll();
+  QTest::keyClicks(date, QStringLiteral("yyyy-foo"));
+  EXPECT_EQ(app_->preferences().dateFormat(), "yyyy-") << "as far as it was a pattern";
+  EXPECT_TRUE(settings.findChild<QLabel*>("dateFormatExample")->text().contains("yyyy-foo"));
+  date->selectAll();
+  QTest::keyClicks(date, QStringLiteral("yyyyMMdd"));
+  EXPECT_EQ(app_->preferences().dateFormat(), "yyyyMMdd");
+  EXPECT_EQ(settings.findChild<QLabel*>("dateFormatExample")->text(), "Example: 20250614");
+}
+
+TEST_F(Windows, AppearanceAppliesToTheWholeApplication) {
+  SettingsWindow& settings = windows_->showSettings();
+  auto* appearance = settings.findChild<QComboBox*>("appearance");
+  appearance->setCurrentIndex(appearance->findData(QStringLiteral("dark")));
+  EXPECT_EQ(app_->preferences().appearance(), Appearance::dark);
+  EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+  appearance->setCurrentIndex(appearance->findData(QStringLiteral("light")));
+  EXPECT_GT(QApplication::palette().color(QPalette::Window).lightness(), 128);
+}
+
+TEST_F(Windows, BodiesTableKeepsGoodOffsetsAndRefusesBadOnes) {
+  photos_.file("a.jpg");
+  MainWindow& window = openWindow(photos_.path(), QStringLiteral("{name}"));
+  BodiesPane& bodies = windows_->showSettings().bodies();
+  bodies.addRow(QStringLiteral("ILCE-7RM5"));
+  QTableWidget* table = bodies.table();
+  table->item(0, BodiesPane::tag)->setText(QStringLiteral("A7R"));
+  table->item(0, BodiesPane::offset)->setText(QStringLiteral("2:00"));
+  EXPECT_EQ(app_->bodies().bodies().tags.at("ILCE-7RM5"), "A7R");
+  EXPECT_EQ(app_->bodies().bodies().clockOffsets.at("ILCE-7RM5"), 120.0);
+  EXPECT_EQ(table->item(0, BodiesPane::offset)->text(), "+0:02:00");
+
+  table->item(0, BodiesPane::offset)->setText(QStringLiteral("1:60:00"));
+  EXPECT_EQ(table->item(0, BodiesPane::offset)->text(), "+0:02:00") << "the previous one stays";
+  EXPECT_EQ(app_->bodies().bodies().clockOffsets.at("ILCE-7RM5"), 120.0);
+  EXPECT_TRUE(bodies.message()->text().contains("1:60:00"));
+
+  const fs::path notATable = photos_.file("notes.json", "[1, 2]");
+  bodies.importFrom(QString::fromStdString(notATable.string()));
+  EXPECT_EQ(bodies.message()->text(), "“notes.json” isn’t a table of camera bodies.");
+  EXPECT_EQ(app_->bodies().bodies().tags.size(), 1u);
+  EXPECT_TRUE(settled(window.model())) << "the table's change rebuilds the preview";
+}
+
+TEST_F(Windows, BodiesTableGoesOutAndComesBack) {
+  CameraBodies table;
+  table.tags = {{"3018842", "Z6"}};
+  table.clockOffsets = {{"3018842", 120}};
+  app_->bodies().setBodies(table);
+  BodiesPane& bodies = windows_->showSettings().bodies();
+  ASSERT_EQ(bodies.table()->rowCount(), 1);
+  const QString file = QString::fromStdString((photos_.path() / "bodies.json").string());
+  bodies.exportTo(file);
+
+  app_->bodies().setBodies({{{"ILCE-7RM5", "A7R"}}, {}});
+  EXPECT_EQ(bodies.table()->rowCount(), 1) << "a change made elsewhere is shown";
+  bodies.importFrom(file);
+  EXPECT_EQ(bodies.table()->rowCount(), 2);
+  EXPECT_EQ(app_->bodies().bodies().tags.size(), 2u);
+  EXPECT_EQ(app_->bodies().bodies().clockOffsets.at("3018842"), 120.0);
+  EXPECT_EQ(bodies.message()->text(),
+            "Imported rows are added; for the same body the imported one wins.");
+}
+
+TEST_F(Windows, HistoryListsABatchAndGoesBackFromIt) {
+  photos_.file("a.jpg", "a");
+  photos_.file("b.jpg", "b");
+  MainWindow& window = openWindow(photos_.path(), QStringLiteral("new_{name}"));
+  window.model().rename();
+  ASSERT_TRUE(settled(window.model()));
+  ASSERT_EQ(folderContents(photos_.path()).count("new_a.jpg"), 1u);
+
+  window.action(CommandID::history)->trigger();
+  HistoryWindow& history = windows_->showHistory();
+  EXPECT_EQ(history.isVisible(), true);
+  ASSERT_EQ(history.list()->topLevelItemCount(), 1);
+  EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::files), "2");
+  EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::folder),
+            QString::fromStdString(photos_.path().filename().string()));
+  EXPECT_EQ(history.goBackButton()->text(), "2 files back to their previous names");
+
+  QTest::mouseClick(history.goBackButton(), Qt::LeftButton);
+  ASSERT_TRUE(settled(window.model()));
+  EXPECT_EQ(folderContents(photos_.path()),
+            (std::map<std::string, std::string>{{"a.jpg", "a"}, {"b.jpg", "b"}}));
+  EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::state), "Gone back");
+  EXPECT_FALSE(history.goBackButton()->isEnabled());
+  EXPECT_EQ(history.message()->text(), "2 files back to their previous names");
+
+  // A batch whose folder is in no window's list waits for the folder.
+  window.model().rename();
+  ASSERT_TRUE(settled(window.model()));
+  window.model().removeFolder(photos_.path());
+  history.list()->setCurrentItem(history.list()->topLevelItem(0));
+  EXPECT_EQ(history.goBackButton()->text(), "Add the folder to the list to go back");
+  EXPECT_FALSE(history.goBackButton()->isEnabled());
+}
+
+TEST_F(Windows, NewWindowIsIndependentAndAuxiliaryWindowsOpenOnce) {
+  photos_.file("a.jpg");
+  MainWindow& first = openWindow(photos_.path(), QStringLiteral("{name}"));
+  first.action(CommandID::newWindow)->trigger();
+  ASSERT_EQ(windows_->mainWindows().size(), 2u);
+  MainWindow* second = windows_->mainWindows().front();
+  ASSERT_NE(second, &first);
+  EXPECT_NE(&second->model(), &first.model());
+  EXPECT_TRUE(second->model().folders().empty()) << "a new window starts empty";
+  EXPECT_EQ(first.model().folders().size(), 1u);
+
+  first.action(CommandID::settings)->trigger();
+  SettingsWindow* settings = &windows_->showSettings();
+  second->action(CommandID::settings)->trigger();
+  EXPECT_EQ(&windows_->showSettings(), settings) << "raised, not opened again";
+
+  // Closing a window lets its model go; the other goes on.
+  second->close();
+  ASSERT_TRUE(waitFor([&] { return windows_->mainWindows().size() == 1; }));
+  EXPECT_EQ(windows_->mainWindows().front(), &first);
+}
+
+TEST_F(Windows, ClosingTheLastMainWindowClosesTheOthers) {
+  MainWindow& window = windows_->newWindow();
+  HistoryWindow& history = windows_->showHistory();
+  ASSERT_TRUE(history.isVisible());
+  window.close();
+  ASSERT_TRUE(waitFor([&] { return windows_->mainWindows().empty(); }));
+  EXPECT_FALSE(history.isVisible());
+}
+
+TEST_F(Windows, ReportShowsTheCommentAndDetailsOnlyWhenAsked) {
+  photos_.file("a.jpg");
+  openWindow(photos_.path(), QStringLiteral("{name}"));
+  ReportWindow& report = windows_->showReport();
+  report.comment()->setPlainText(QStringLiteral("The names came out wrong."));
+  const QString folder = QString::fromStdString(photos_.path().string());
+  EXPECT_TRUE(report.reportText()->toPlainText().contains("The names came out wrong."));
+  EXPECT_TRUE(report.reportText()->toPlainText().contains(folder)) << "details by default";
+
+  report.includesDetails()->setChecked(false);
+  EXPECT_TRUE(report.reportText()->toPlainText().contains("The names came out wrong."));
+  EXPECT_FALSE(report.reportText()->toPlainText().contains(folder));
+
+  report.send();
+  ASSERT_EQ(desktop_.mails.size(), 1u);
+  ASSERT_TRUE(desktop_.mails[0].attachment.has_value());
+  QFile sent(QString::fromStdString(desktop_.mails[0].attachment->string()));
+  ASSERT_TRUE(sent.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(sent.readAll());
+  EXPECT_TRUE(text.contains("The names came out wrong."));
+  EXPECT_FALSE(text.contains(folder)) << "no details: none sent";
+  EXPECT_EQ(report.status()->text(), "Report sent to your mail app");
+}
+
+// Every control a user can reach with Tab says what it is to a screen reader.
+TEST_F(Windows, EveryControlHasAName) {
+  photos_.file("a.jpg");
+  openWindow(photos_.path(), QStringLiteral("{name}"));
+  std::vector<QWidget*> windows;
+  int checked = 0;
+  SettingsWindow& settings = windows_->showSettings();
+  windows.push_back(&windows_->showHistory());
+  windows.push_back(&windows_->showGuide());
+  windows.push_back(&windows_->showReport());
+  for (int tab = 0; tab < settings.tabs()->count(); ++tab) {
+    settings.showTab(static_cast<SettingsWindow::Tab>(tab));
+    windows.push_back(&settings);
+    for (QWidget* window : windows) {
+      for (QWidget* control : window->findChildren<QWidget*>()) {
+        if (!control->isVisibleTo(window) || !(control->focusPolicy() & Qt::TabFocus)) continue;
+        if (control->focusProxy() != nullptr) continue;
+        QAccessibleInterface* accessible = QAccessible::queryAccessibleInterface(control);
+        ASSERT_NE(accessible, nullptr);
+        ++checked;
+        EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty())
+            << window->objectName().toStdString() << ": " << control->metaObject()->className()
+            << " " << control->objectName().toStdString();
+      }
+    }
+    windows.pop_back();
+  }
+  EXPECT_GT(checked, 40);
+}
+
+}  // namespace
+}  // namespace tessane

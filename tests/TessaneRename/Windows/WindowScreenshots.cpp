@@ -1,0 +1,199 @@
+// Pictures of the real windows, written into the build folder's "screenshots": the main window on
+// the demo shoot in light and dark (and with a clash), each settings tab, the history, the report
+// and the guide. Runs on the offscreen platform, or on a display when QT_QPA_PLATFORM says so
+// (xvfb-run with QT_QPA_PLATFORM=xcb). TESSANE_SCREENSHOT_LANGUAGE=it takes them in Italian once
+// the translations are built in; QT_SCALE_FACTOR=2 takes them at 200%.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProcess>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTest>
+#include <QTranslator>
+
+#include "EventLoop.h"
+#include "TempFolder.h"
+#include "TessaneRename/AppContext.h"
+#include "TessaneRename/AppLanguage.h"
+#include "TessaneRename/BetaReporter.h"
+#include "TessaneRename/FakeDesktopServices.h"
+#include "TessaneRename/FolderModel.h"
+#include "TessaneRename/Windows/AppWindows.h"
+#include "TessaneRename/Windows/Appearance.h"
+#include "TessaneRename/Windows/GuideWindow.h"
+#include "TessaneRename/Windows/HistoryWindow.h"
+#include "TessaneRename/Windows/MainWindow.h"
+#include "TessaneRename/Windows/ReportWindow.h"
+#include "TessaneRename/Windows/SettingsWindow.h"
+
+namespace tessane {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::TempFolder;
+using testing::waitFor;
+
+QString language() {
+  const QString chosen = qEnvironmentVariable("TESSANE_SCREENSHOT_LANGUAGE");
+  return chosen.isEmpty() ? QStringLiteral("en") : chosen;
+}
+
+QApplication& application() {
+  static int argc = 1;
+  static char name[] = "WindowScreenshots";
+  static char* argv[] = {name, nullptr};
+  static QApplication* app = [] {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    auto* made = new QApplication(argc, argv);
+    if (language() != QLatin1String("en")) {
+      static QTranslator translator;
+      if (translator.load(QStringLiteral(":/i18n/tessane_") + language())) {
+        QApplication::installTranslator(&translator);
+      } else {
+        ADD_FAILURE() << "no translation built in for " << language().toStdString();
+      }
+      QLocale::setDefault(QLocale(language()));
+    }
+    return made;
+  }();
+  return *app;
+}
+
+class Screenshots : public ::testing::Test {
+ protected:
+  Screenshots() {
+    application();
+    app_ = std::make_unique<AppContext>(
+        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
+                                    QSettings::IniFormat),
+        home_.path() / "data");
+    storeLanguage(app_->settings(),
+                  appLanguageFromRawValue(language().toStdString()).value_or(AppLanguage::system));
+    reporter_ = std::make_unique<BetaReporter>(home_.path() / "beta", QStringLiteral("0.1.0"),
+                                               desktop_, home_.path());
+    reporter_->launch();
+    windows_ = std::make_unique<AppWindows>(*app_, desktop_, *reporter_, false);
+    QDir().mkpath(out_);
+  }
+
+  // The demo shoot, made by the command-line tool.
+  fs::path demoShoot() {
+    const fs::path shoot = photos_.path() / "Wedding";
+    QProcess tool;
+    tool.start(QStringLiteral(TESSANE_TOOL),
+               {QStringLiteral("demo"), QString::fromStdString(shoot.string())});
+    EXPECT_TRUE(tool.waitForFinished(30'000));
+    EXPECT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+    return shoot;
+  }
+
+  void type(MainWindow& window, const QString& text) {
+    QLineEdit* field = window.templateField();
+    field->setFocus();
+    field->selectAll();
+    QTest::keyClick(field, Qt::Key_Backspace);
+    QTest::keyClicks(field, text);
+  }
+
+  static bool settled(FolderModel& model) {
+    return waitFor([&] {
+      return model.previewBuildCount() == 0 && model.preview() != nullptr && !model.isRenaming() &&
+             model.previewSources().size() == model.files().size();
+    });
+  }
+
+  void setAppearance(Appearance appearance) {
+    Preferences preferences = app_->preferences();
+    preferences.setAppearance(appearance);
+    windows_->appearance().apply(appearance);
+    QCoreApplication::processEvents();
+  }
+
+  // Writes `widget` as "<name>-<light|dark>-<language>[@2x].png".
+  void save(QWidget& widget, const QString& name) {
+    widget.show();
+    QCoreApplication::processEvents();
+    QTest::qWait(50);
+    const QString file =
+        QStringLiteral("%1/%2-%3-%4.png")
+            .arg(out_, name,
+                 windows_->appearance().isDark() ? QStringLiteral("dark") : QStringLiteral("light"),
+                 language());
+    EXPECT_TRUE(widget.grab().save(file)) << file.toStdString();
+  }
+
+  TempFolder home_, photos_;
+  testing::FakeDesktopServices desktop_;
+  std::unique_ptr<AppContext> app_;
+  std::unique_ptr<BetaReporter> reporter_;
+  std::unique_ptr<AppWindows> windows_;
+  const QString out_ = QStringLiteral(TESSANE_SCREENSHOTS);
+};
+
+TEST_F(Screenshots, EveryWindowInLightAndDark) {
+  const fs::path shoot = demoShoot();
+  // The demo's two cameras, one of them two minutes behind.
+  CameraBodies bodies;
+  bodies.tags = {{"3018842", "Z6"}, {"ILCE-7RM5", "A7R"}};
+  bodies.clockOffsets = {{"3018842", 120}};
+  app_->bodies().setBodies(bodies);
+  MainWindow& window = windows_->newWindow();
+  window.resize(1280, 800);
+  window.model().open({shoot});
+  type(window, QStringLiteral("{date:yyyy-MM-dd}_{body}_{counter}"));
+  ASSERT_TRUE(settled(window.model()));
+
+  for (Appearance appearance : {Appearance::light, Appearance::dark}) {
+    setAppearance(appearance);
+    save(window, QStringLiteral("main-window"));
+
+    SettingsWindow& settings = windows_->showSettings();
+    // One box unticked, to show both states.
+    settings.findChild<QCheckBox*>("resumesSession")->setChecked(false);
+    const char* tabs[] = {"settings-general", "settings-names", "settings-bodies",
+                          "settings-files"};
+    for (int tab = 0; tab < settings.tabs()->count(); ++tab) {
+      settings.showTab(static_cast<SettingsWindow::Tab>(tab));
+      save(settings, QString::fromLatin1(tabs[tab]));
+    }
+    settings.close();
+    GuideWindow& guide = windows_->showGuide();
+    guide.showTopic(0);
+    save(guide, QStringLiteral("guide"));
+    guide.showTopic(4);
+    save(guide, QStringLiteral("guide-bodies"));
+    guide.close();
+  }
+
+  // A clash, a rename for the history, then the history and the report.
+  setAppearance(Appearance::light);
+  type(window, QStringLiteral("{date:yyyy-MM-dd_HHmm}_{body}"));
+  ASSERT_TRUE(settled(window.model()));
+  save(window, QStringLiteral("main-window-errors"));
+  // Three batches, the newest gone back from.
+  for (const char* name : {"{date:yyyy-MM-dd_HHmmss}_{name}", "Wedding_{name}", "{name}_x"}) {
+    type(window, QString::fromUtf8(name));
+    ASSERT_TRUE(settled(window.model()));
+    window.model().rename();
+    ASSERT_TRUE(settled(window.model()));
+  }
+  window.model().undo();
+  ASSERT_TRUE(settled(window.model()));
+  ASSERT_GE(app_->history().entries().size(), 3u);
+  for (Appearance appearance : {Appearance::light, Appearance::dark}) {
+    setAppearance(appearance);
+    save(windows_->showHistory(), QStringLiteral("history"));
+    ReportWindow& report = windows_->showReport();
+    report.comment()->setPlainText(
+        QStringLiteral("The Nikon's photos came out two minutes early in the names."));
+    save(report, QStringLiteral("report"));
+  }
+}
+
+}  // namespace
+}  // namespace tessane
