@@ -531,6 +531,7 @@ void ChangesPanel::showEditor() {
   editor_ = new ChangeEditor(rule);
   auto* column = static_cast<QVBoxLayout*>(editorPage_->layout());
   column->insertWidget(1, editor_);
+  editor_->show();
   connect(editor_, &ChangeEditor::edited, this, [this](const Rule& edited) {
     const std::optional<int> at = selected();
     if (!at) return;

@@ -87,11 +87,9 @@ void NameField::edited(const QString& text) {
 void NameField::showRules() {
   const std::string separator = app_.preferences().nameSeparator();
   const NameBuilder builder = NameBuilder::of(model_.rules(), separator);
-  const QString shown = builder.usesNewName
-                            ? QString::fromStdString(builder.way == NameBuilder::Way::byHand
-                                                         ? builder.pattern
-                                                         : builder.templateText(separator))
-                            : QString();
+  // Shown even while "Use the new name" is off: typing turns it on.
+  const QString shown = QString::fromStdString(
+      builder.way == NameBuilder::Way::byHand ? builder.pattern : builder.templateText(separator));
   if (shown == edit_->text()) return;
   edit_->setText(shown);
   showProblems(shown);
@@ -112,6 +110,8 @@ void NameField::offerCompletions() {
     return;
   }
   completer_->complete();
+  // The first name is chosen already: Return takes it, the arrow keys choose another.
+  completer_->popup()->setCurrentIndex(completer_->completionModel()->index(0, 0));
 }
 
 void NameField::complete(const QString& name) {

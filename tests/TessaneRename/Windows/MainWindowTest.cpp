@@ -225,6 +225,7 @@ TEST_F(Window, TenThousandFilesGetTheirNamesAsTheTemplateIsTyped) {
 
   child<QToolButton>("writeByHand")->click();
   QLineEdit* field = window_->templateField();
+  field->clear();
   field->setFocus();
   for (QChar c : QStringLiteral("x_{name}")) {
     QTest::keyClick(field, c.toLatin1());
