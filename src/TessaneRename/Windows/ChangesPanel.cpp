@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QTimer>
@@ -76,11 +77,9 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
                    .toString(QKeySequence::NativeText)));
 
   // Adding a change: the kinds in their three groups.
-  auto* add = new QToolButton;
+  auto* add = new QPushButton(tr("Add a Change"));
   add->setObjectName("addChange");
-  add->setText(tr("Add a Change"));
   add->setAccessibleName(tr("Add a change"));
-  add->setPopupMode(QToolButton::InstantPopup);
   auto* addMenu = new QMenu(add);
   for (RuleKindGroup group : {RuleKindGroup::build, RuleKindGroup::modify, RuleKindGroup::tidy}) {
     addMenu->addSection(title(group));
@@ -93,13 +92,12 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
   }
   add->setMenu(addMenu);
 
-  presetButton_ = new QToolButton;
+  presetButton_ = new QPushButton;
   presetButton_->setObjectName("presets");
   presetButton_->setAccessibleName(tr("Presets"));
   presetButton_->setToolTip(
       tr("A preset keeps the name and the changes you set up, to use them again on the next "
          "shoot."));
-  presetButton_->setPopupMode(QToolButton::InstantPopup);
   presetMenu_ = new QMenu(presetButton_);
   presetButton_->setMenu(presetMenu_);
   connect(presetMenu_, &QMenu::aboutToShow, this, &ChangesPanel::fillPresetMenu);
@@ -186,16 +184,17 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
   listButtons->addStretch(1);
   listButtons->addWidget(duplicateButton_);
   listButtons->addWidget(deleteButton_);
-  auto* listColumn = new QVBoxLayout;
+  listBox_ = new QWidget;
+  auto* listColumn = new QVBoxLayout(listBox_);
+  listColumn->setContentsMargins(0, 0, 0, 0);
   listColumn->setSpacing(2);
   listColumn->addWidget(list_, 1);
   listColumn->addLayout(listButtons);
 
   // The selected change: the files it applies to, then its editor.
-  scopeButton_ = new QToolButton;
+  scopeButton_ = new QPushButton;
   scopeButton_->setObjectName("scope");
   scopeButton_->setAccessibleName(tr("Files this change applies to"));
-  scopeButton_->setPopupMode(QToolButton::InstantPopup);
   scopeMenu_ = new QMenu(scopeButton_);
   scopeButton_->setMenu(scopeMenu_);
   connect(scopeMenu_, &QMenu::aboutToShow, this, &ChangesPanel::fillScopeMenu);
@@ -237,7 +236,7 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
 
   auto* body = new QHBoxLayout;
   body->setSpacing(12);
-  body->addLayout(listColumn, 2);
+  body->addWidget(listBox_, 2);
   body->addWidget(editorArea_, 3);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
@@ -507,6 +506,7 @@ void ChangesPanel::showRules() {
 
 void ChangesPanel::showEditor() {
   const std::optional<int> i = selected();
+  listBox_->setVisible(count() > 0);  // without changes, the hint says how to add one
   upButton_->setEnabled(i && *i > 0);
   downButton_->setEnabled(i && *i + 1 < count());
   duplicateButton_->setEnabled(i.has_value());

@@ -21,6 +21,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QMenu;
+class QPushButton;
 class QStackedWidget;
 class QToolButton;
 
@@ -51,7 +52,7 @@ class ChangesPanel : public QWidget {
   bool selectedIsOn() const;
   QListWidget* list() const { return list_; }
   ChangeEditor* editor() const { return editor_; }
-  QToolButton* presetButton() const { return presetButton_; }
+  QPushButton* presetButton() const { return presetButton_; }
 
   // The gestures, also reached from the Changes and File menus.
   void add(RuleKind kind);
@@ -88,14 +89,15 @@ class ChangesPanel : public QWidget {
   bool syncing_ = false;
 
   QListWidget* list_;
+  QWidget* listBox_;
   QStackedWidget* editorArea_;
   QLabel* emptyHint_;
   QWidget* editorPage_;
   ChangeEditor* editor_ = nullptr;
-  QToolButton* scopeButton_;
+  QPushButton* scopeButton_;
   QMenu* scopeMenu_;
   QLineEdit* nameContains_;
-  QToolButton* presetButton_;
+  QPushButton* presetButton_;
   QMenu* presetMenu_;
   QToolButton* upButton_;
   QToolButton* downButton_;

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QStackedWidget>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -44,12 +45,10 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   title->setBuddy(field_->lineEdit());
 
   // Adding a piece: the variables by group, the counter, and the user's own text typed in place.
-  add_ = new QToolButton;
+  add_ = new QPushButton(tr("Add a Piece"));
   add_->setObjectName("addPiece");
-  add_->setText(tr("Add a Piece"));
   add_->setAccessibleName(tr("Add a piece to the name"));
   add_->setToolTip(tr("Add a value from the shooting data, your own text or a counter"));
-  add_->setPopupMode(QToolButton::InstantPopup);
   auto* menu = new QMenu(add_);
   const std::string timePattern = app_.preferences().timeFormat();
   for (PieceGroup group : pieceGroups()) {

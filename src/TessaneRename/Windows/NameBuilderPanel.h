@@ -16,6 +16,7 @@ class QCheckBox;
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QPushButton;
 class QStackedWidget;
 class QToolButton;
 
@@ -66,7 +67,7 @@ class NameBuilderPanel : public QWidget {
   QStackedWidget* stack_;
   ChipBar* chips_;
   NameField* field_;
-  QToolButton* add_;
+  QPushButton* add_;
   QLineEdit* newText_;
   QComboBox* separator_;
   QToolButton* fromOriginal_;

@@ -125,12 +125,12 @@ class BuilderAndChanges : public ::testing::Test {
     return nullptr;
   }
   void addChange(const QString& kind) {
-    QAction* a = actionIn(child<QToolButton>("addChange")->menu(), kind);
+    QAction* a = actionIn(child<QPushButton>("addChange")->menu(), kind);
     ASSERT_NE(a, nullptr) << kind.toStdString();
     a->trigger();
   }
   void addPiece(const QString& title) {
-    QAction* a = actionIn(child<QToolButton>("addPiece")->menu(), title);
+    QAction* a = actionIn(child<QPushButton>("addPiece")->menu(), title);
     ASSERT_NE(a, nullptr) << title.toStdString();
     a->trigger();
   }
@@ -309,7 +309,7 @@ TEST_F(BuilderAndChanges, APresetIsSavedMarkedAsModifiedAndLoaded) {
 
   window_->action(CommandID::savePreset)->trigger();  // no preset yet: asks for a name
   EXPECT_TRUE(fs::exists(app_->presets().directory() / "Wedding.tessanepreset"));
-  QToolButton* presets = changes().presetButton();
+  QPushButton* presets = changes().presetButton();
   EXPECT_EQ(presets->text(), "Wedding");
 
   typeInto(field<QLineEdit>("Text to add"), "_x");
