@@ -496,6 +496,11 @@ void ChangesPanel::showRules() {
                                        : palette().brush(QPalette::PlaceholderText));
     if (selectedID_ && rule.id == *selectedID_) current = i;
   }
+  // Something is always chosen while there are changes, so that the editor is never empty.
+  if (current < 0 && n > 0) {
+    current = 0;
+    selectedID_ = ChangeList::at(rules, 0).id;
+  }
   if (current < 0) selectedID_.reset();
   list_->setCurrentRow(current);
   syncing_ = false;

@@ -58,8 +58,13 @@ class Chip : public QFrame {
     drag->setHotSpot(pressedAt_);
     drag->exec(Qt::MoveAction);
   }
+  void mouseDoubleClickEvent(QMouseEvent*) override { emit bar_.editRequested(index_); }
   void keyPressEvent(QKeyEvent* event) override {
     const int key = event->key();
+    if (key == Qt::Key_F2 || key == Qt::Key_Return || key == Qt::Key_Enter) {
+      emit bar_.editRequested(index_);
+      return;
+    }
     if (key == Qt::Key_Delete || key == Qt::Key_Backspace ||
         ((key == Qt::Key_Left || key == Qt::Key_Right) &&
          (event->modifiers() & Qt::ControlModifier))) {

@@ -1,7 +1,7 @@
 // The pieces of the name builder as a row of chips. A chip is dragged to a new place with the
 // mouse, or moved with Ctrl+Left and Ctrl+Right and removed with Delete when it has the focus;
-// its ✕ removes it too. The bar only reports the gestures: the builder panel changes the pieces
-// and shows them again.
+// its ✕ removes it too. A double click, F2 or Return asks to edit it. The bar only reports the
+// gestures: the builder panel changes the pieces and shows them again.
 #pragma once
 
 #include <QFrame>
@@ -34,6 +34,7 @@ class ChipBar : public QWidget {
  signals:
   void moved(int from, int to);
   void removed(int index);
+  void editRequested(int index);
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;

@@ -12,6 +12,8 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <utility>
+
 #include "TessaneRename/AppCommands.h"
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/FolderModel.h"
@@ -38,6 +40,7 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   chips_->setObjectName("pieces");
   connect(chips_, &ChipBar::moved, this, &NameBuilderPanel::movePiece);
   connect(chips_, &ChipBar::removed, this, &NameBuilderPanel::removePiece);
+  connect(chips_, &ChipBar::editRequested, this, &NameBuilderPanel::editPiece);
   field_ = new NameField(model_, app_);
   stack_ = new QStackedWidget;
   stack_->addWidget(chips_);
@@ -73,17 +76,29 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   newText_->setMaximumWidth(200);
   newText_->hide();
   connect(text, &QAction::triggered, this, [this] {
+    editing_ = -1;
+    newText_->clear();
     newText_->show();
     newText_->setFocus();
   });
   connect(newText_, &QLineEdit::returnPressed, this, [this] {
-    const QString typed = newText_->text();
+    const std::string typed = newText_->text().toStdString();
+    const int editing = std::exchange(editing_, -1);
     newText_->clear();
     newText_->hide();
-    if (!typed.isEmpty()) addPiece(FormatToken::text(typed.toStdString()));
+    if (typed.empty()) return;
+    if (editing >= 0 && editing < static_cast<int>(builder_.pieces.size())) {
+      builder_.pieces[static_cast<std::size_t>(editing)] = FormatToken::text(typed);
+      apply();
+    } else {
+      addPiece(FormatToken::text(typed));
+    }
   });
   connect(newText_, &QLineEdit::editingFinished, this, [this] {
-    if (newText_->text().isEmpty()) newText_->hide();
+    if (newText_->text().isEmpty()) {
+      editing_ = -1;
+      newText_->hide();
+    }
   });
 
   // The way the name is made.
@@ -167,6 +182,17 @@ void NameBuilderPanel::removePiece(int index) {
   if (index < 0 || index >= static_cast<int>(builder_.pieces.size())) return;
   builder_.pieces.erase(builder_.pieces.begin() + index);
   apply();
+}
+
+void NameBuilderPanel::editPiece(int index) {
+  if (index < 0 || index >= static_cast<int>(builder_.pieces.size())) return;
+  const FormatToken& piece = builder_.pieces[static_cast<std::size_t>(index)];
+  if (piece.kind != FormatToken::Kind::text) return;
+  editing_ = index;
+  newText_->setText(QString::fromStdString(piece.value));
+  newText_->show();
+  newText_->setFocus();
+  newText_->selectAll();
 }
 
 void NameBuilderPanel::movePiece(int from, int to) {

@@ -40,6 +40,8 @@ class NameBuilderPanel : public QWidget {
   // The gestures, also reached from the Changes menu.
   void addPiece(const FormatToken& piece);
   void removePiece(int index);
+  // A text piece is edited in the field that adds one; other pieces are chosen from the menu.
+  void editPiece(int index);
   void movePiece(int from, int to);
   void setStartsFromOriginal(bool on);
   void setWritesByHand(bool on);
@@ -63,6 +65,7 @@ class NameBuilderPanel : public QWidget {
   NameBuilder builder_;
   bool byHand_ = false;  // the field is shown though the pattern is still a join of pieces
   bool applying_ = false;
+  int editing_ = -1;  // the text piece the text field edits, else it adds one
 
   QStackedWidget* stack_;
   ChipBar* chips_;

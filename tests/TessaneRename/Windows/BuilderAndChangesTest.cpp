@@ -181,14 +181,19 @@ TEST_F(BuilderAndChanges, ANameBuiltFromPieces) {
   QApplication::processEvents();
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
   EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Rome_0001.jpg") << "the focused piece";
+  QTest::mouseDClick(chips().chip(0), Qt::LeftButton);
+  ASSERT_EQ(text->text(), "Rome") << "a text piece is edited in place";
+  QTest::keyClicks(text, "Roma");
+  QTest::keyClick(text, Qt::Key_Return);
+  EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Roma_0001.jpg");
 
   // Another separator joins the pieces again.
   auto* separator = child<QComboBox>("separator");
   separator->setCurrentIndex(1);
   emit separator->activated(1);
-  EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Rome-0001.jpg");
+  EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Roma-0001.jpg");
   window_->action(CommandID::separatorSpace)->trigger();
-  EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Rome 0001.jpg");
+  EXPECT_EQ(newNames()[QStringLiteral("DSC_1.jpg")], "Roma 0001.jpg");
   EXPECT_EQ(separator->currentIndex(), 2);
 
   // Turned off from the menu, the names stay as they are.
