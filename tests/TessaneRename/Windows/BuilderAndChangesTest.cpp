@@ -21,6 +21,7 @@
 #include <QToolButton>
 
 #include <map>
+#include <set>
 
 #include "EventLoop.h"
 #include "TempFolder.h"
@@ -30,6 +31,7 @@
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/PresetLibrary.h"
 #include "TessaneRename/QtPrinting.h"
+#include "TessaneRename/RuleKind.h"
 #include "TessaneRename/Windows/ChangeEditor.h"
 #include "TessaneRename/Windows/ChangesPanel.h"
 #include "TessaneRename/Windows/ChipBar.h"
@@ -335,6 +337,42 @@ TEST_F(BuilderAndChanges, APresetIsSavedMarkedAsModifiedAndLoaded) {
   EXPECT_EQ(newNames()[QStringLiteral("a.jpg")], "a_x.jpg");
   EXPECT_EQ(changes().count(), 1);
   EXPECT_EQ(presets->text(), "Wedding");
+}
+
+// Each editor's own choices (what to remove, what to clean up, what to do with the extension,
+// where to add text) make rules that are still shown under the editor's kind, each different.
+TEST(ChangeEditorTest, ChoicesKeepTheKindAndMakeDistinctRules) {
+  startApplication();
+  const std::pair<RuleKind, QString> choosers[] = {
+      {RuleKind::remove, "What to remove"},
+      {RuleKind::clean, "What to clean up"},
+      {RuleKind::fileExtension, "What to do with the extension"},
+      {RuleKind::addText, "Where to add it"},
+      {RuleKind::counter, "Start again"},
+  };
+  for (const auto& [kind, chooser] : choosers) {
+    ChangeEditor editor(*newRule(kind));
+    std::set<std::string> made;
+    for (int i = 0;; ++i) {
+      QComboBox* box = nullptr;
+      for (QComboBox* b : editor.findChildren<QComboBox*>())
+        if (b->accessibleName() == chooser) box = b;
+      ASSERT_NE(box, nullptr) << chooser.toStdString();
+      if (i >= box->count()) break;
+      box->setCurrentIndex(i);
+      emit box->activated(i);
+      EXPECT_EQ(kindOf(editor.rule()), kind) << chooser.toStdString() << " " << i;
+      made.insert(toJson(editor.rule().action).dump());
+    }
+    EXPECT_GE(made.size(), 2u) << chooser.toStdString();
+  }
+
+  // A rule no kind shows is only described: nothing in it can be edited.
+  Rule truncate;
+  truncate.action = {RuleAction::Operation{RenameOperation{op::Truncate{8}}}};
+  ChangeEditor advanced(truncate);
+  EXPECT_TRUE(advanced.findChildren<QLineEdit*>().isEmpty());
+  EXPECT_TRUE(advanced.findChildren<QComboBox*>().isEmpty());
 }
 
 }  // namespace
