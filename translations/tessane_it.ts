@@ -251,6 +251,85 @@
     </message>
 </context>
 <context>
+    <name>ChangeList</name>
+    <message>
+        <source>“%1”</source>
+        <translation>“%1”</translation>
+    </message>
+    <message>
+        <source>UPPER CASE</source>
+        <translation>MAIUSCOLE</translation>
+    </message>
+    <message>
+        <source>lower case</source>
+        <translation>minuscole</translation>
+    </message>
+    <message>
+        <source>Title Case</source>
+        <translation>Iniziali Maiuscole</translation>
+    </message>
+    <message>
+        <source>block %1</source>
+        <translation>blocco %1</translation>
+    </message>
+    <message>
+        <source>block %1 from the end</source>
+        <translation>blocco %1 dalla fine</translation>
+    </message>
+    <message>
+        <source>at the start</source>
+        <translation>all’inizio</translation>
+    </message>
+    <message>
+        <source>at the end</source>
+        <translation>alla fine</translation>
+    </message>
+    <message>
+        <source>after %1 characters</source>
+        <translation>dopo %1 caratteri</translation>
+    </message>
+    <message>
+        <source>before %1</source>
+        <translation>prima di %1</translation>
+    </message>
+    <message>
+        <source>after %1</source>
+        <translation>dopo %1</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>%1 → %2</source>
+        <translation>%1 → %2</translation>
+    </message>
+    <message>
+        <source>between %1 and %2</source>
+        <translation>fra %1 e %2</translation>
+    </message>
+    <message>
+        <source>%1 to place %2</source>
+        <translation>%1 al posto %2</translation>
+    </message>
+    <message>
+        <source>.%1</source>
+        <translation>.%1</translation>
+    </message>
+    <message>
+        <source>extension in %1</source>
+        <translation>estensione in %1</translation>
+    </message>
+    <message>
+        <source>%1, %2… %3</source>
+        <translation>%1, %2… %3</translation>
+    </message>
+    <message>
+        <source>keeps %1</source>
+        <translation>conserva %1</translation>
+    </message>
+</context>
+<context>
     <name>CrashWatch</name>
     <message>
         <source>The previous run ended without quitting and left no crash details (it may have been stopped by the system).</source>
@@ -266,6 +345,181 @@
     <message>
         <source>There’s no Trash on this disk.</source>
         <translation>Su questo disco non c’è un cestino.</translation>
+    </message>
+</context>
+<context>
+    <name>FormatToken</name>
+    <message>
+        <source>Counter</source>
+        <translation>Contatore</translation>
+    </message>
+    <message>
+        <source>Current name</source>
+        <translation>Nome attuale</translation>
+    </message>
+    <message>
+        <source>Original name</source>
+        <translation>Nome originale</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Cartella</translation>
+    </message>
+    <message>
+        <source>Extension</source>
+        <translation>Estensione</translation>
+    </message>
+    <message>
+        <source>Camera body</source>
+        <translation>Corpo macchina</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Risoluzione</translation>
+    </message>
+    <message>
+        <source>Frame number</source>
+        <translation>Numero di scatto</translation>
+    </message>
+    <message>
+        <source>Created</source>
+        <translation>Creato</translation>
+    </message>
+    <message>
+        <source>Modified</source>
+        <translation>Modificato</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Data</translation>
+    </message>
+    <message>
+        <source>Make</source>
+        <translation>Marca</translation>
+    </message>
+    <message>
+        <source>Model</source>
+        <translation>Modello</translation>
+    </message>
+    <message>
+        <source>Lens</source>
+        <translation>Obiettivo</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Numero di serie</translation>
+    </message>
+    <message>
+        <source>ISO</source>
+        <translation>ISO</translation>
+    </message>
+    <message>
+        <source>Shutter speed</source>
+        <translation>Tempo di scatto</translation>
+    </message>
+    <message>
+        <source>Aperture</source>
+        <translation>Diaframma</translation>
+    </message>
+    <message>
+        <source>Focal length</source>
+        <translation>Lunghezza focale</translation>
+    </message>
+    <message>
+        <source>City</source>
+        <translation>Città</translation>
+    </message>
+    <message>
+        <source>Location</source>
+        <translation>Luogo</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Headline</source>
+        <translation>Intestazione</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Larghezza</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Altezza</translation>
+    </message>
+    <message>
+        <source>Frame rate</source>
+        <translation>Fotogrammi al secondo</translation>
+    </message>
+    <message>
+        <source>Codec</source>
+        <translation>Codec</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Traccia</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Anno</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Pagine</translation>
+    </message>
+    <message>
+        <source>Date and time</source>
+        <translation>Data e ora</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>Fotocamera</translation>
+    </message>
+    <message>
+        <source>Exposure</source>
+        <translation>Esposizione</translation>
+    </message>
+    <message>
+        <source>Place and people</source>
+        <translation>Luoghi e persone</translation>
+    </message>
+    <message>
+        <source>Media</source>
+        <translation>Media</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>“%1”</source>
+        <translation>“%1”</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Ora</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>
@@ -894,6 +1148,463 @@
     </message>
 </context>
 <context>
+    <name>tessane::ChangeEditor</name>
+    <message>
+        <source>First</source>
+        <translation>La prima</translation>
+    </message>
+    <message>
+        <source>Last</source>
+        <translation>L’ultima</translation>
+    </message>
+    <message>
+        <source>Every</source>
+        <translation>Tutte</translation>
+    </message>
+    <message>
+        <source>UPPER CASE</source>
+        <translation>MAIUSCOLE</translation>
+    </message>
+    <message>
+        <source>lower case</source>
+        <translation>minuscole</translation>
+    </message>
+    <message>
+        <source>Title Case</source>
+        <translation>Iniziali Maiuscole</translation>
+    </message>
+    <message>
+        <source>Match case</source>
+        <translation>Distingui maiuscole e minuscole</translation>
+    </message>
+    <message>
+        <source>Which one</source>
+        <translation>Quale</translation>
+    </message>
+    <message>
+        <source>Blocks are the parts of the name between separators; -1 is the last</source>
+        <translation>I blocchi sono le parti del nome fra i separatori; -1 è l’ultimo</translation>
+    </message>
+    <message>
+        <source>Pattern:</source>
+        <translation>Schema:</translation>
+    </message>
+    <message>
+        <source>Pattern</source>
+        <translation>Schema</translation>
+    </message>
+    <message>
+        <source>Start at:</source>
+        <translation>Parti da:</translation>
+    </message>
+    <message>
+        <source>Start at</source>
+        <translation>Parti da</translation>
+    </message>
+    <message>
+        <source>Step:</source>
+        <translation>Passo:</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Passo</translation>
+    </message>
+    <message>
+        <source>Digits:</source>
+        <translation>Cifre:</translation>
+    </message>
+    <message>
+        <source>Digits</source>
+        <translation>Cifre</translation>
+    </message>
+    <message>
+        <source>Start again:</source>
+        <translation>Ricomincia:</translation>
+    </message>
+    <message>
+        <source>Never</source>
+        <translation>Mai</translation>
+    </message>
+    <message>
+        <source>In each folder</source>
+        <translation>In ogni cartella</translation>
+    </message>
+    <message>
+        <source>On each day</source>
+        <translation>Ogni giorno</translation>
+    </message>
+    <message>
+        <source>Start again</source>
+        <translation>Ricomincia</translation>
+    </message>
+    <message>
+        <source>Put it:</source>
+        <translation>Mettilo:</translation>
+    </message>
+    <message>
+        <source>At the end</source>
+        <translation>Alla fine</translation>
+    </message>
+    <message>
+        <source>At the start</source>
+        <translation>All’inizio</translation>
+    </message>
+    <message>
+        <source>Put it</source>
+        <translation>Mettilo</translation>
+    </message>
+    <message>
+        <source>Text:</source>
+        <translation>Testo:</translation>
+    </message>
+    <message>
+        <source>Text to add</source>
+        <translation>Testo da aggiungere</translation>
+    </message>
+    <message>
+        <source>Where:</source>
+        <translation>Dove:</translation>
+    </message>
+    <message>
+        <source>After some characters</source>
+        <translation>Dopo alcuni caratteri</translation>
+    </message>
+    <message>
+        <source>Before a text</source>
+        <translation>Prima di un testo</translation>
+    </message>
+    <message>
+        <source>After a text</source>
+        <translation>Dopo un testo</translation>
+    </message>
+    <message>
+        <source>Where to add it</source>
+        <translation>Dove aggiungerlo</translation>
+    </message>
+    <message>
+        <source>Characters:</source>
+        <translation>Caratteri:</translation>
+    </message>
+    <message>
+        <source>Characters before it</source>
+        <translation>Caratteri prima</translation>
+    </message>
+    <message>
+        <source>The text:</source>
+        <translation>Il testo:</translation>
+    </message>
+    <message>
+        <source>Text to find</source>
+        <translation>Testo da cercare</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Cerca:</translation>
+    </message>
+    <message>
+        <source>Replace with:</source>
+        <translation>Sostituisci con:</translation>
+    </message>
+    <message>
+        <source>Replace with</source>
+        <translation>Sostituisci con</translation>
+    </message>
+    <message>
+        <source>Remove:</source>
+        <translation>Togli:</translation>
+    </message>
+    <message>
+        <source>A text</source>
+        <translation>Un testo</translation>
+    </message>
+    <message>
+        <source>A block</source>
+        <translation>Un blocco</translation>
+    </message>
+    <message>
+        <source>Some characters</source>
+        <translation>Alcuni caratteri</translation>
+    </message>
+    <message>
+        <source>Everything before a text</source>
+        <translation>Tutto prima di un testo</translation>
+    </message>
+    <message>
+        <source>Everything after a text</source>
+        <translation>Tutto dopo un testo</translation>
+    </message>
+    <message>
+        <source>Everything between two texts</source>
+        <translation>Tutto fra due testi</translation>
+    </message>
+    <message>
+        <source>What to remove</source>
+        <translation>Che cosa togliere</translation>
+    </message>
+    <message>
+        <source>Text to remove</source>
+        <translation>Testo da togliere</translation>
+    </message>
+    <message>
+        <source>Block:</source>
+        <translation>Blocco:</translation>
+    </message>
+    <message>
+        <source>Block to remove</source>
+        <translation>Blocco da togliere</translation>
+    </message>
+    <message>
+        <source>From character:</source>
+        <translation>Dal carattere:</translation>
+    </message>
+    <message>
+        <source>From character</source>
+        <translation>Dal carattere</translation>
+    </message>
+    <message>
+        <source>How many:</source>
+        <translation>Quanti:</translation>
+    </message>
+    <message>
+        <source>How many characters</source>
+        <translation>Quanti caratteri</translation>
+    </message>
+    <message>
+        <source>From:</source>
+        <translation>Da:</translation>
+    </message>
+    <message>
+        <source>Text it starts at</source>
+        <translation>Testo da cui parte</translation>
+    </message>
+    <message>
+        <source>To:</source>
+        <translation>A:</translation>
+    </message>
+    <message>
+        <source>Text it ends at</source>
+        <translation>Testo a cui finisce</translation>
+    </message>
+    <message>
+        <source>Remove the two texts too</source>
+        <translation>Togli anche i due testi</translation>
+    </message>
+    <message>
+        <source>Remove the text too</source>
+        <translation>Togli anche il testo</translation>
+    </message>
+    <message>
+        <source>Block to move</source>
+        <translation>Blocco da spostare</translation>
+    </message>
+    <message>
+        <source>To place:</source>
+        <translation>Al posto:</translation>
+    </message>
+    <message>
+        <source>Place to move it to</source>
+        <translation>Posto in cui spostarlo</translation>
+    </message>
+    <message>
+        <source>Regular expression</source>
+        <translation>Espressione regolare</translation>
+    </message>
+    <message>
+        <source>IMG_(\d+)</source>
+        <translation>IMG_(\d+)</translation>
+    </message>
+    <message>
+        <source>$1 is the first group</source>
+        <translation>$1 è il primo gruppo</translation>
+    </message>
+    <message>
+        <source>Which matches</source>
+        <translation>Quali corrispondenze</translation>
+    </message>
+    <message>
+        <source>Matches:</source>
+        <translation>Corrispondenze:</translation>
+    </message>
+    <message>
+        <source>Case:</source>
+        <translation>Maiuscole:</translation>
+    </message>
+    <message>
+        <source>Case</source>
+        <translation>Maiuscole e minuscole</translation>
+    </message>
+    <message>
+        <source>Clean up:</source>
+        <translation>Sistema:</translation>
+    </message>
+    <message>
+        <source>What to clean up</source>
+        <translation>Che cosa sistemare</translation>
+    </message>
+    <message>
+        <source>Put instead:</source>
+        <translation>Metti al suo posto:</translation>
+    </message>
+    <message>
+        <source>Put instead</source>
+        <translation>Metti al suo posto</translation>
+    </message>
+    <message>
+        <source>Extension:</source>
+        <translation>Estensione:</translation>
+    </message>
+    <message>
+        <source>Change its case</source>
+        <translation>Cambiane maiuscole e minuscole</translation>
+    </message>
+    <message>
+        <source>Set it to</source>
+        <translation>Impostala a</translation>
+    </message>
+    <message>
+        <source>What to do with the extension</source>
+        <translation>Che cosa fare dell’estensione</translation>
+    </message>
+    <message>
+        <source>New extension:</source>
+        <translation>Nuova estensione:</translation>
+    </message>
+    <message>
+        <source>New extension</source>
+        <translation>Nuova estensione</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::ChangesPanel</name>
+    <message>
+        <source>Save Preset As</source>
+        <translation>Salva preset come</translation>
+    </message>
+    <message>
+        <source>Name of the preset:</source>
+        <translation>Nome del preset:</translation>
+    </message>
+    <message>
+        <source>Changes</source>
+        <translation>Ritocchi</translation>
+    </message>
+    <message>
+        <source>Changes are applied from top to bottom. You can turn one off without deleting it, move it up or down and duplicate it (%1)</source>
+        <translation>I ritocchi si applicano dall’alto in basso. Puoi disattivarne uno senza eliminarlo, spostarlo su o giù e duplicarlo (%1)</translation>
+    </message>
+    <message>
+        <source>Add a Change</source>
+        <translation>Aggiungi un ritocco</translation>
+    </message>
+    <message>
+        <source>Add a change</source>
+        <translation>Aggiungi un ritocco</translation>
+    </message>
+    <message>
+        <source>Presets</source>
+        <translation>Preset</translation>
+    </message>
+    <message>
+        <source>A preset keeps the name and the changes you set up, to use them again on the next shoot.</source>
+        <translation>Un preset conserva il nome e i ritocchi che hai preparato, per usarli di nuovo al prossimo servizio.</translation>
+    </message>
+    <message>
+        <source>Apply To</source>
+        <translation>Applica a</translation>
+    </message>
+    <message>
+        <source>Delete Change</source>
+        <translation>Elimina il ritocco</translation>
+    </message>
+    <message>
+        <source>Duplicate</source>
+        <translation>Duplica</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Elimina</translation>
+    </message>
+    <message>
+        <source>Files this change applies to</source>
+        <translation>File a cui si applica questo ritocco</translation>
+    </message>
+    <message>
+        <source>Text in the name</source>
+        <translation>Testo nel nome</translation>
+    </message>
+    <message>
+        <source>Only names containing</source>
+        <translation>Solo i nomi che contengono</translation>
+    </message>
+    <message>
+        <source>Applies to:</source>
+        <translation>Si applica a:</translation>
+    </message>
+    <message>
+        <source>Changes are applied from top to bottom, after the new name. Add one to replace, remove or move text, change the case or tidy the names up.</source>
+        <translation>I ritocchi si applicano dall’alto in basso, dopo il nuovo nome. Aggiungine uno per sostituire, togliere o spostare testo, cambiare maiuscole e minuscole o sistemare i nomi.</translation>
+    </message>
+    <message>
+        <source>%1 (modified)</source>
+        <translation>%1 (modificato)</translation>
+    </message>
+    <message>
+        <source>No presets yet</source>
+        <translation>Ancora nessun preset</translation>
+    </message>
+    <message>
+        <source>Camera Body</source>
+        <translation>Corpo macchina</translation>
+    </message>
+    <message>
+        <source>Names Containing…</source>
+        <translation>Nomi che contengono…</translation>
+    </message>
+    <message>
+        <source>Chosen files (set outside this window)</source>
+        <translation>File scelti (impostati fuori da questa finestra)</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>  · chosen files</source>
+        <translation>  · file scelti</translation>
+    </message>
+    <message>
+        <source>  · %1</source>
+        <translation>  · %1</translation>
+    </message>
+    <message>
+        <source>Choose a change to edit it.</source>
+        <translation>Scegli un ritocco per modificarlo.</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::ChipBar</name>
+    <message>
+        <source>Piece %1 of the name: %2</source>
+        <translation>Pezzo %1 del nome: %2</translation>
+    </message>
+    <message>
+        <source>Ctrl+Left and Ctrl+Right move it, Delete removes it</source>
+        <translation>Ctrl+Sinistra e Ctrl+Destra lo spostano, Canc lo toglie</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Togli %1</translation>
+    </message>
+    <message>
+        <source>Pieces of the new name</source>
+        <translation>Pezzi del nuovo nome</translation>
+    </message>
+    <message>
+        <source>The name the camera gave the file comes first</source>
+        <translation>Il nome dato dalla fotocamera viene per primo</translation>
+    </message>
+</context>
+<context>
     <name>tessane::FileListModel</name>
     <message>
         <source>Unchanged</source>
@@ -1138,7 +1849,7 @@
     </message>
     <message>
         <source>New name</source>
-        <translation>Nuovo nome</translation>
+        <translation type="vanished">Nuovo nome</translation>
     </message>
     <message>
         <source>Find a file</source>
@@ -1326,6 +2037,77 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
     </message>
 </context>
 <context>
+    <name>tessane::NameBuilderPanel</name>
+    <message>
+        <source>New name</source>
+        <translation>Nuovo nome</translation>
+    </message>
+    <message>
+        <source>Add a Piece</source>
+        <translation>Aggiungi un pezzo</translation>
+    </message>
+    <message>
+        <source>Add a piece to the name</source>
+        <translation>Aggiungi un pezzo al nome</translation>
+    </message>
+    <message>
+        <source>Add a value from the shooting data, your own text or a counter</source>
+        <translation>Aggiungi un dato dello scatto, un tuo testo o un contatore</translation>
+    </message>
+    <message>
+        <source>Your Text…</source>
+        <translation>Un tuo testo…</translation>
+    </message>
+    <message>
+        <source>Counter</source>
+        <translation>Contatore</translation>
+    </message>
+    <message>
+        <source>Your text, then Return</source>
+        <translation>Il tuo testo, poi Invio</translation>
+    </message>
+    <message>
+        <source>Text of the new piece</source>
+        <translation>Testo del nuovo pezzo</translation>
+    </message>
+    <message>
+        <source>Between pieces:</source>
+        <translation>Fra i pezzi:</translation>
+    </message>
+    <message>
+        <source>Separator between pieces</source>
+        <translation>Separatore fra i pezzi</translation>
+    </message>
+    <message>
+        <source>Keep the camera&apos;s name and add your pieces after it</source>
+        <translation>Tieni il nome della fotocamera e aggiungi i tuoi pezzi dopo</translation>
+    </message>
+    <message>
+        <source>Write by Hand</source>
+        <translation>Scrivi a mano</translation>
+    </message>
+    <message>
+        <source>Type the pattern, such as {date}_{body}_{counter}</source>
+        <translation>Scrivi lo schema, come {data}_{corpo}_{contatore}</translation>
+    </message>
+    <message>
+        <source>Write by hand</source>
+        <translation>Scrivi a mano</translation>
+    </message>
+    <message>
+        <source>Use the new name</source>
+        <translation>Usa il nuovo nome</translation>
+    </message>
+    <message>
+        <source>Turned off, the names stay as they are and only the changes apply</source>
+        <translation>Se è disattivato, i nomi restano come sono e si applicano solo i ritocchi</translation>
+    </message>
+    <message>
+        <source>Original name</source>
+        <translation>Nome originale</translation>
+    </message>
+</context>
+<context>
     <name>tessane::NameField</name>
     <message>
         <source>{date:yyyy-MM-dd}_{body}_{counter}</source>
@@ -1338,6 +2120,10 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Write the new name by hand: text and variables in braces, such as {date}, {body}, {original} and {counter}</source>
         <translation>Scrivi il nuovo nome a mano: testo e variabili tra graffe, come {data}, {corpo}, {originale} e {contatore}</translation>
+    </message>
+    <message>
+        <source>Variables</source>
+        <translation>Variabili</translation>
     </message>
 </context>
 <context>
@@ -1511,7 +2297,7 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
     </message>
     <message>
         <source>Patterns use yyyy for the year, MM month, dd day, HH hour, mm minutes, ss seconds. Text in &apos;single quotes&apos; stays as it is.</source>
-        <translation>Gli schemi usano yyyy per l’anno, MM il mese, dd il giorno, HH l’ora, mm i minuti, ss i secondi. Il testo fra 'apici singoli' resta com’è.</translation>
+        <translation>Gli schemi usano yyyy per l’anno, MM il mese, dd il giorno, HH l’ora, mm i minuti, ss i secondi. Il testo fra &apos;apici singoli&apos; resta com’è.</translation>
     </message>
     <message>
         <source>Separator between pieces</source>

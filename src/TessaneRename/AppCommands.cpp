@@ -187,7 +187,7 @@ std::optional<bool> AppCommands::isChecked(CommandID id, const CommandState& sta
     case C::useNewName:
       return state.usesNewName;
     case C::startFromOriginalName:
-      return !state.usesNewName;
+      return state.startsFromOriginal;
     default:
       return std::nullopt;
   }

@@ -89,7 +89,8 @@ struct CommandState {
   bool selectedChangeIsOn = true;     // "Turn Off This Change" or "Turn On This Change"
   bool renamesTickedOnly = false;     // the scope
   bool keepsTwinsTogether = true;
-  bool usesNewName = true;
+  bool usesNewName = true;          // "Use the New Name": the builder's rule is on
+  bool startsFromOriginal = false;  // "Start from the Original Name": the builder keeps it
   // The application.
   bool updaterCanCheck = true;
 };

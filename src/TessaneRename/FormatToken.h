@@ -3,6 +3,8 @@
 // a text piece is taken literally (its braces are doubled so that they stay braces).
 #pragma once
 
+#include <QString>
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +23,8 @@ struct FormatToken {
 
   // The piece in the template language.
   std::string templateText() const;
+  // The piece as a chip shows it: "Date", "Time", “Rome”, "Counter".
+  QString title() const;
 
   // The pieces joined with `separator`: [date, "Rome", counter] with "_" is
   // "{date}_Rome_{counter}".
@@ -32,5 +36,17 @@ struct FormatToken {
 
   friend bool operator==(const FormatToken&, const FormatToken&) = default;
 };
+
+// The variables the builder offers, in groups, in the order its add-piece menu lists them.
+// The time piece is the date variable with the "timeFormat" setting as its format.
+enum class PieceGroup { dateTime, camera, exposure, placeAndPeople, media, file };
+
+std::vector<PieceGroup> pieceGroups();
+QString title(PieceGroup group);
+std::vector<FormatToken> piecesIn(PieceGroup group, std::string_view timePattern = "HH-mm-ss");
+
+// What a variable name is called in the interface ("shutter" is "Shutter speed"); the name itself
+// when the language doesn't know it.
+QString variableTitle(std::string_view name);
 
 }  // namespace tessane

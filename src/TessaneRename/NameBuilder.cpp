@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "RenameEngine/Template.h"
+
 namespace tessane {
 namespace {
 
@@ -27,6 +29,46 @@ std::string NameBuilder::templateText(std::string_view separator) const {
       return pattern;
   }
   return {};
+}
+
+bool NameBuilder::movePiece(std::size_t from, std::size_t to) {
+  if (from >= pieces.size()) return false;
+  to = std::min(to, pieces.size() - 1);
+  if (from == to) return false;
+  FormatToken moved = std::move(pieces[from]);
+  pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(from));
+  pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(to), std::move(moved));
+  return true;
+}
+
+void NameBuilder::changeSeparator(RuleStack& stack, std::string_view from, std::string_view to) {
+  if (topFormat(stack) == nullptr) return;
+  const NameBuilder builder = of(stack, from);
+  if (builder.way == Way::byHand) return;
+  builder.applyTo(stack, to);
+}
+
+std::optional<TypedVariable> variableBeingTyped(const QString& text, qsizetype cursor) {
+  cursor = std::clamp<qsizetype>(cursor, 0, text.size());
+  for (qsizetype i = cursor - 1; i >= 0; --i) {
+    const QChar c = text[i];
+    if (c == '{') {
+      if (i > 0 && text[i - 1] == '{') return std::nullopt;  // a literal brace
+      return TypedVariable{i + 1, text.mid(i + 1, cursor - i - 1)};
+    }
+    if (!c.isLetterOrNumber() && c != '_') return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+QStringList variableNames() {
+  QStringList names;
+  for (int v = 0; v <= static_cast<int>(TemplateVariable::pages); ++v) {
+    const std::string_view name = rawValue(static_cast<TemplateVariable>(v));
+    names << QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+  }
+  names << QStringLiteral("counter");
+  return names;
 }
 
 void NameBuilder::applyTo(RuleStack& stack, std::string_view separator,

@@ -8,6 +8,10 @@
 // stay as they are and only the changes below it apply.
 #pragma once
 
+#include <QString>
+#include <QStringList>
+
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +32,10 @@ struct NameBuilder {
 
   std::string templateText(std::string_view separator) const;
 
+  // Moves a piece so that it ends up at `to` (clamped to the list); false when `from` is not a
+  // piece or nothing moves.
+  bool movePiece(std::size_t from, std::size_t to);
+
   // Makes the top of `stack` this builder's format rule: the format rule already there keeps its
   // id and counter; otherwise one is put on top with `counter`.
   void applyTo(RuleStack& stack, std::string_view separator, const Counter& counter = {}) const;
@@ -36,7 +44,22 @@ struct NameBuilder {
   // "Use the new name" off.
   static NameBuilder of(const RuleStack& stack, std::string_view separator);
 
+  // The separator setting changed: a template that was joined from pieces is joined again with
+  // the new separator; a pattern written by hand stays as typed.
+  static void changeSeparator(RuleStack& stack, std::string_view from, std::string_view to);
+
   friend bool operator==(const NameBuilder&, const NameBuilder&) = default;
 };
+
+// Completing variable names in a pattern typed by hand.
+struct TypedVariable {
+  qsizetype start = 0;  // where the name begins, just after its "{"
+  QString prefix;       // what is typed of it so far
+};
+// The variable name the cursor is in: after a "{" that is not closed before the cursor (and is
+// not a doubled "{{"), with only name characters between them; nullopt elsewhere.
+std::optional<TypedVariable> variableBeingTyped(const QString& text, qsizetype cursor);
+// The names a variable can be completed to: every variable, then "counter".
+QStringList variableNames();
 
 }  // namespace tessane

@@ -32,7 +32,10 @@
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Preferences.h"
+#include "TessaneRename/PresetLibrary.h"
+#include "TessaneRename/Windows/ChangesPanel.h"
 #include "TessaneRename/Windows/FileListModel.h"
+#include "TessaneRename/Windows/NameBuilderPanel.h"
 #include "TessaneRename/Windows/NameField.h"
 
 namespace tessane {
@@ -67,6 +70,9 @@ bool isAvailable(CommandID id) {
   switch (id) {
     case CommandID::addFolder:
     case CommandID::removeFromList:
+    case CommandID::savePreset:
+    case CommandID::savePresetAs:
+    case CommandID::showPresets:
     case CommandID::restorePreviousNames:
     case CommandID::restoreOriginalNames:
     case CommandID::tickAll:
@@ -80,12 +86,20 @@ bool isAvailable(CommandID id) {
     case CommandID::orderByCaptureTime:
     case CommandID::keepTwinsTogether:
     case CommandID::showAfterRenaming:
+    case CommandID::toggleChange:
+    case CommandID::duplicateChange:
+    case CommandID::moveChangeUp:
+    case CommandID::moveChangeDown:
+    case CommandID::turnOnAllChanges:
+    case CommandID::turnOffAllChanges:
+    case CommandID::deleteAllChanges:
+    case CommandID::useNewName:
+    case CommandID::startFromOriginalName:
     case CommandID::separatorUnderscore:
     case CommandID::separatorDash:
     case CommandID::separatorSpace:
     case CommandID::separatorNothing:
     case CommandID::website:
-    case CommandID::showPresets:
     case CommandID::checkForUpdates:
     case CommandID::newWindow:
     case CommandID::history:
@@ -119,18 +133,15 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   setWindowTitle(tr("Tessane Rename"));
   setAcceptDrops(true);
   fileList_ = new FileListModel(model_, this);
+  presets_ = new PresetLibrary(app_.presets(), app_.settings(), desktop_, this);
+  presets_->reload();
 
-  // The name.
-  auto* nameLabel = new QLabel(tr("New name"));
-  nameLabel->setStyleSheet("font-weight: 600;");
-  nameField_ = new NameField(model_, app_);
-  nameLabel->setBuddy(nameField_->lineEdit());
-  auto* nameRow = new QHBoxLayout;
-  nameRow->setSpacing(10);
-  nameRow->addWidget(nameLabel, 0, Qt::AlignTop | Qt::AlignLeft);
-  nameRow->addWidget(nameField_, 1);
-  // Keep the label level with the field's text.
-  nameLabel->setMinimumHeight(nameField_->lineEdit()->sizeHint().height());
+  // The name and the changes.
+  builder_ = new NameBuilderPanel(model_, app_);
+  changes_ = new ChangesPanel(model_, app_, *presets_);
+  connect(builder_, &NameBuilderPanel::changed, this, &MainWindow::updateCommands);
+  connect(changes_, &ChangesPanel::changed, this, &MainWindow::updateCommands);
+  connect(presets_, &PresetLibrary::errorMessageChanged, this, &MainWindow::showError);
 
   // The list.
   search_ = new QLineEdit;
@@ -246,15 +257,34 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   foot->addWidget(undoButton_);
   foot->addWidget(renameButton_);
 
+  // The editing above, the files below; the user sets the share of each.
+  auto* editing = new QWidget;
+  auto* editingColumn = new QVBoxLayout(editing);
+  editingColumn->setContentsMargins(0, 0, 0, 6);
+  editingColumn->setSpacing(10);
+  editingColumn->addWidget(builder_);
+  editingColumn->addWidget(changes_, 1);
+  auto* files = new QWidget;
+  auto* filesColumn = new QVBoxLayout(files);
+  filesColumn->setContentsMargins(0, 6, 0, 0);
+  filesColumn->setSpacing(8);
+  filesColumn->addLayout(listBar);
+  filesColumn->addWidget(listStack_, 1);
+  filesColumn->addWidget(makeToast());
+  auto* editingAndFiles = new QSplitter(Qt::Vertical);
+  editingAndFiles->setObjectName("editingAndFiles");
+  editingAndFiles->setChildrenCollapsible(false);
+  editingAndFiles->addWidget(editing);
+  editingAndFiles->addWidget(files);
+  editingAndFiles->setStretchFactor(1, 1);
+  editingAndFiles->setSizes({250, 450});
+
   auto* content = new QWidget;
   auto* column = new QVBoxLayout(content);
   column->setContentsMargins(12, 12, 12, 10);
   column->setSpacing(8);
-  column->addLayout(nameRow);
   column->addWidget(makeErrorStrip());
-  column->addLayout(listBar);
-  column->addWidget(listStack_, 1);
-  column->addWidget(makeToast());
+  column->addWidget(editingAndFiles, 1);
   column->addLayout(foot);
 
   auto* splitter = new QSplitter;
@@ -303,7 +333,7 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
 }
 
 QLineEdit* MainWindow::templateField() const {
-  return nameField_->lineEdit();
+  return builder_->nameField()->lineEdit();
 }
 
 QAction* MainWindow::action(CommandID id) const {
@@ -394,7 +424,10 @@ QWidget* MainWindow::makeErrorStrip() {
   close->setAutoRaise(true);
   close->setToolTip(tr("Close"));
   close->setAccessibleName(tr("Close"));
-  connect(close, &QToolButton::clicked, this, [this] { model_.dismissError(); });
+  connect(close, &QToolButton::clicked, this, [this] {
+    model_.dismissError();
+    presets_->clearError();
+  });
   auto* layout = new QHBoxLayout(errorStrip_);
   layout->setContentsMargins(10, 6, 6, 6);
   layout->addWidget(errorText_, 1);
@@ -454,6 +487,12 @@ CommandState MainWindow::commandState() const {
   state.hasSelectedFolder = !folderList_->selectedItems().isEmpty();
   state.renamesTickedOnly = model_.scope() == RenameScope::selected;
   state.keepsTwinsTogether = model_.twinOptions().isEnabled;
+  state.changeCount = changes_->count();
+  state.selectedChange = changes_->selected();
+  state.selectedChangeIsOn = changes_->selectedIsOn();
+  state.usesNewName = builder_->builder().usesNewName;
+  state.startsFromOriginal =
+      builder_->builder().way == NameBuilder::Way::startFromOriginal && !builder_->writesByHand();
   state.updaterCanCheck = updater_ != nullptr && updater_->canCheck();
   return state;
 }
@@ -486,9 +525,12 @@ void MainWindow::updateCommands() {
 
 void MainWindow::run(CommandID id) {
   Preferences preferences = app_.preferences();
+  const std::string separator = preferences.nameSeparator();
   if (AppCommands::applySetting(id, preferences)) {
     if (id == CommandID::orderByName || id == CommandID::orderByCaptureTime) {
       model_.setOrder(preferences.batchOrder().value_or(BatchOrder::captureTime));
+    } else if (AppCommands::command(id).menu == CommandMenu::changes) {
+      builder_->separatorChanged(separator);  // the separator: the pieces are joined again
     } else {
       model_.settingsChanged();
     }
@@ -501,6 +543,38 @@ void MainWindow::run(CommandID id) {
       break;
     case CommandID::removeFromList:
       removeSelectedFolders();
+      break;
+    case CommandID::savePreset:
+      changes_->savePreset();
+      break;
+    case CommandID::savePresetAs:
+      changes_->savePresetAs();
+      break;
+    case CommandID::showPresets:
+      presets_->showFolder();
+      break;
+    case CommandID::toggleChange:
+      changes_->toggleSelected();
+      break;
+    case CommandID::duplicateChange:
+      changes_->duplicateSelected();
+      break;
+    case CommandID::moveChangeUp:
+    case CommandID::moveChangeDown:
+      changes_->moveSelected(id == CommandID::moveChangeUp ? -1 : 1);
+      break;
+    case CommandID::turnOnAllChanges:
+    case CommandID::turnOffAllChanges:
+      changes_->setAllEnabled(id == CommandID::turnOnAllChanges);
+      break;
+    case CommandID::deleteAllChanges:
+      changes_->deleteAll();
+      break;
+    case CommandID::useNewName:
+      builder_->setUsesNewName(!builder_->builder().usesNewName);
+      break;
+    case CommandID::startFromOriginalName:
+      builder_->setStartsFromOriginal(!commandState().startsFromOriginal);
       break;
     case CommandID::restorePreviousNames:
       model_.undo();
@@ -532,13 +606,6 @@ void MainWindow::run(CommandID id) {
       TwinOptions options = model_.twinOptions();
       options.isEnabled = !options.isEnabled;
       model_.setTwinOptions(std::move(options));
-      break;
-    }
-    case CommandID::showPresets: {
-      const fs::path folder = app_.presets().directory();
-      std::error_code ignored;
-      fs::create_directories(folder, ignored);  // a new user has none yet
-      desktop_.showFolder(folder);
       break;
     }
     case CommandID::checkForUpdates:
@@ -637,7 +704,8 @@ void MainWindow::showFolderSelection() {
 }
 
 void MainWindow::showError() {
-  const QString message = model_.errorMessageText();
+  const QString message =
+      model_.errorMessageText().isEmpty() ? presets_->errorMessage() : model_.errorMessageText();
   errorText_->setText(message);
   errorStrip_->setVisible(!message.isEmpty());
 }

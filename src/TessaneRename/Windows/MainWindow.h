@@ -1,5 +1,6 @@
 // A main window over one FolderModel: the sidebar of folders (a drop target for folders and files
-// from the file manager, several selected at once), the name written by hand, the file list, the
+// from the file manager, several selected at once), the name builder and the changes below it
+// (with the window's preset library), the file list, the
 // error strip, the toast after a batch, Rename / Restore Previous Names / Restore Original Names,
 // the status line with the counts, and the menus of the command table with their shortcuts.
 //
@@ -30,10 +31,13 @@ namespace tessane {
 
 class AppContext;
 class AppUpdater;
+class ChangesPanel;
 class DesktopServices;
 class FileListModel;
 class FolderModel;
+class NameBuilderPanel;
 class NameField;
+class PresetLibrary;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -45,6 +49,9 @@ class MainWindow : public QMainWindow {
   FolderModel& model() const { return model_; }
   FileListModel& fileList() const { return *fileList_; }
   QLineEdit* templateField() const;
+  NameBuilderPanel& nameBuilder() const { return *builder_; }
+  ChangesPanel& changes() const { return *changes_; }
+  PresetLibrary& presets() const { return *presets_; }
   QTableView* fileView() const { return fileView_; }
   QAction* action(CommandID id) const;
   // The update check behind "Check for Updates…" (disabled without one, and while it checks).
@@ -88,10 +95,12 @@ class MainWindow : public QMainWindow {
   AppContext& app_;
   DesktopServices& desktop_;
   FileListModel* fileList_;
+  PresetLibrary* presets_;
 
   QLabel* sidebarTitle_ = nullptr;
   QListWidget* folderList_ = nullptr;
-  NameField* nameField_ = nullptr;
+  NameBuilderPanel* builder_ = nullptr;
+  ChangesPanel* changes_ = nullptr;
   QFrame* errorStrip_ = nullptr;
   QLabel* errorText_ = nullptr;
   QFrame* toast_ = nullptr;

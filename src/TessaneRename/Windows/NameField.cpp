@@ -2,6 +2,8 @@
 
 #include "TessaneRename/Messages.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QVBoxLayout>
@@ -37,7 +39,18 @@ NameField::NameField(FolderModel& model, AppContext& app, QWidget* parent)
   layout->addWidget(edit_);
   layout->addWidget(problems_);
 
+  // The completer is driven by hand: it completes the name after the "{" at the cursor, not the
+  // whole text.
+  completer_ = new QCompleter(variableNames(), this);
+  completer_->setCaseSensitivity(Qt::CaseInsensitive);
+  completer_->setCompletionMode(QCompleter::PopupCompletion);
+  completer_->setWidget(edit_);
+  completer_->popup()->setAccessibleName(tr("Variables"));
+  connect(completer_, qOverload<const QString&>(&QCompleter::activated), this,
+          &NameField::complete);
+
   connect(edit_, &QLineEdit::textEdited, this, &NameField::edited);
+  connect(edit_, &QLineEdit::textEdited, this, &NameField::offerCompletions);
   connect(&model_, &FolderModel::rulesChanged, this, &NameField::showRules);
   showRules();
 }
@@ -74,14 +87,44 @@ void NameField::edited(const QString& text) {
 void NameField::showRules() {
   const std::string separator = app_.preferences().nameSeparator();
   const NameBuilder builder = NameBuilder::of(model_.rules(), separator);
-  const QString shown = builder.usesNewName
-                            ? QString::fromStdString(builder.way == NameBuilder::Way::byHand
-                                                         ? builder.pattern
-                                                         : builder.templateText(separator))
-                            : QString();
+  // Shown even while "Use the new name" is off: typing turns it on.
+  const QString shown = QString::fromStdString(
+      builder.way == NameBuilder::Way::byHand ? builder.pattern : builder.templateText(separator));
   if (shown == edit_->text()) return;
   edit_->setText(shown);
   showProblems(shown);
+}
+
+void NameField::offerCompletions() {
+  const std::optional<TypedVariable> typed =
+      variableBeingTyped(edit_->text(), edit_->cursorPosition());
+  if (!typed) {
+    completer_->popup()->hide();
+    return;
+  }
+  completer_->setCompletionPrefix(typed->prefix);
+  if (completer_->completionCount() == 0 ||
+      (completer_->completionCount() == 1 &&
+       completer_->currentCompletion().compare(typed->prefix, Qt::CaseInsensitive) == 0)) {
+    completer_->popup()->hide();
+    return;
+  }
+  completer_->complete();
+  // The first name is chosen already: Return takes it, the arrow keys choose another.
+  completer_->popup()->setCurrentIndex(completer_->completionModel()->index(0, 0));
+}
+
+void NameField::complete(const QString& name) {
+  const QString text = edit_->text();
+  const std::optional<TypedVariable> typed = variableBeingTyped(text, edit_->cursorPosition());
+  if (!typed) return;
+  const qsizetype end = edit_->cursorPosition();
+  const bool closed = end < text.size() && text[end] == '}';
+  const QString inserted = name + (closed ? QString() : QStringLiteral("}"));
+  const QString completed = text.left(typed->start) + inserted + text.mid(end);
+  edit_->setText(completed);
+  edit_->setCursorPosition(static_cast<int>(typed->start + inserted.size() + (closed ? 1 : 0)));
+  edited(completed);
 }
 
 void NameField::showProblems(const QString& text) {

@@ -1,11 +1,13 @@
 // "Write by hand": the name template typed as text. Each edit becomes the format rule at the top
 // of the window's rules (through NameBuilder); the template's own problems (a "{" never closed, a
-// variable the language doesn't know) show under the field as they are typed.
+// variable the language doesn't know) show under the field as they are typed, and a variable's
+// name is completed from the names the language knows once its "{" is typed.
 #pragma once
 
 #include <QStringList>
 #include <QWidget>
 
+class QCompleter;
 class QLabel;
 class QLineEdit;
 
@@ -21,6 +23,7 @@ class NameField : public QWidget {
   NameField(FolderModel& model, AppContext& app, QWidget* parent = nullptr);
 
   QLineEdit* lineEdit() const { return edit_; }
+  QCompleter* completer() const { return completer_; }
 
   // The problems of a template as the user reads them; empty when there is none.
   static QStringList problemsOf(const QString& templateText);
@@ -29,11 +32,14 @@ class NameField : public QWidget {
   void edited(const QString& text);
   void showRules();
   void showProblems(const QString& text);
+  void offerCompletions();
+  void complete(const QString& name);
 
   FolderModel& model_;
   AppContext& app_;
   QLineEdit* edit_;
   QLabel* problems_;
+  QCompleter* completer_;
 };
 
 }  // namespace tessane

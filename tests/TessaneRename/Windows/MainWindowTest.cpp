@@ -83,7 +83,10 @@ class Window : public ::testing::Test {
     QApplication::sendEvent(window_.get(), &dropped);
   }
 
+  // Types a pattern by hand ("Write by hand" turned on first).
   void type(const QString& text) {
+    auto* byHand = child<QToolButton>("writeByHand");
+    if (!byHand->isChecked()) QTest::mouseClick(byHand, Qt::LeftButton);
     QLineEdit* field = window_->templateField();
     field->setFocus();
     field->selectAll();
@@ -220,7 +223,9 @@ TEST_F(Window, TenThousandFilesGetTheirNamesAsTheTemplateIsTyped) {
   window_->fileView()->selectAll();  // a selection as big as the list, kept through the previews
   QCoreApplication::processEvents();
 
+  child<QToolButton>("writeByHand")->click();
   QLineEdit* field = window_->templateField();
+  field->clear();
   field->setFocus();
   for (QChar c : QStringLiteral("x_{name}")) {
     QTest::keyClick(field, c.toLatin1());
