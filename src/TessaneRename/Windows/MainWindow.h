@@ -18,6 +18,7 @@
 class QAction;
 class QComboBox;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -30,9 +31,13 @@ namespace tessane {
 
 class AppContext;
 class DesktopServices;
+class FileGridView;
 class FileListModel;
 class FolderModel;
+class InspectorPanel;
 class NameField;
+class PresetLibrary;
+class ThumbnailCache;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -45,6 +50,12 @@ class MainWindow : public QMainWindow {
   FileListModel& fileList() const { return *fileList_; }
   QLineEdit* templateField() const;
   QTableView* fileView() const { return fileView_; }
+  FileGridView* gridView() const { return gridView_; }
+  InspectorPanel* inspector() const { return inspector_; }
+  ThumbnailCache* thumbnails() const { return thumbnails_; }
+  // The grid instead of the table; the selection stays.
+  void showGrid(bool grid);
+  bool showsGrid() const;
   QAction* action(CommandID id) const;
 
   // What the command table needs to know of this window.
@@ -57,6 +68,8 @@ class MainWindow : public QMainWindow {
  private:
   QWidget* makeSidebar();
   QWidget* makeEmptyHint();
+  // The thumbnails, the new-name column, the grid and its switch, the file panel.
+  QWidget* makeFileViews(QHBoxLayout* listBar);
   QWidget* makeErrorStrip();
   QWidget* makeToast();
   void makeMenus();
@@ -95,6 +108,11 @@ class MainWindow : public QMainWindow {
   QLineEdit* search_ = nullptr;
   QStackedWidget* listStack_ = nullptr;
   QTableView* fileView_ = nullptr;
+  FileGridView* gridView_ = nullptr;
+  QToolButton* viewButtons_[2] = {};  // list, grid
+  InspectorPanel* inspector_ = nullptr;
+  ThumbnailCache* thumbnails_ = nullptr;
+  PresetLibrary* presets_ = nullptr;
   QComboBox* scope_ = nullptr;
   QPushButton* renameButton_ = nullptr;
   QPushButton* undoButton_ = nullptr;
