@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 
+#include "RenameEngine/Unicode.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/RuleKind.h"
@@ -86,6 +87,23 @@ void addTrace(FileInspection& out, const FolderModel& model, const FolderFile& f
 }
 
 }  // namespace
+
+std::vector<DiffPiece> readablePieces(const std::vector<DiffPiece>& pieces) {
+  std::vector<DiffPiece> out;
+  for (std::size_t i = 0; i < pieces.size(); ++i) {
+    DiffPiece piece = pieces[i];
+    const bool between = i > 0 && i + 1 < pieces.size();
+    if (piece.kind == DiffPiece::Kind::same && between && unicode::graphemeCount(piece.text) < 3) {
+      piece.kind = pieces[i - 1].kind;  // the change around it
+    }
+    if (!out.empty() && out.back().kind == piece.kind) {
+      out.back().text += piece.text;
+    } else {
+      out.push_back(std::move(piece));
+    }
+  }
+  return out;
+}
 
 QString displayLabel(MetadataKey key) {
   switch (key) {
@@ -194,6 +212,8 @@ FileInspection FileInspection::of(const FolderModel& model, const FolderFile& fi
   if (const PlannedRename* row = model.previewRow(file.url)) {
     out.newName = text(row->newName.fullName());
     out.diff = NameDiff::compare(file.name.fullName(), row->newName.fullName());
+    out.diff.oldPieces = readablePieces(out.diff.oldPieces);
+    out.diff.newPieces = readablePieces(out.diff.newPieces);
     out.status = row->status;
     for (const NameError& e : row->errors)
       out.errors << text(Messages::of(e));

@@ -35,7 +35,7 @@ struct FileInspection {
   QString currentName;
   std::optional<QString> originalName;  // the camera's name kept with the file
   std::optional<QString> newName;       // absent until the preview holds the file
-  NameDiff diff;                        // current against new
+  NameDiff diff;                        // current against new, made readable (readablePieces)
   PreviewStatus status = PreviewStatus::unchanged;
   QStringList errors;
   QStringList warnings;
@@ -45,6 +45,11 @@ struct FileInspection {
 
   static FileInspection of(const FolderModel& model, const FolderFile& file);
 };
+
+// A difference as people read it: a stretch of one or two characters left in common between two
+// changes ("DSC0" → "2025" keeps a "0" in the middle) counts as changed too, so that a new name
+// built from scratch shows as one change rather than confetti. Neighbours of one kind are merged.
+std::vector<DiffPiece> readablePieces(const std::vector<DiffPiece>& pieces);
 
 // One metadata value as the panel shows it ("1/250 s", "f/2.8", "35 mm").
 QString displayText(MetadataKey key, const MetadataValue& value);

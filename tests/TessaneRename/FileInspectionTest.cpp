@@ -122,6 +122,23 @@ TEST_F(Inspection, TraceFollowsEachChangeAndTwinsShowTheirPrimarysTrace) {
   EXPECT_EQ(twin.trace[0].name, "IMG_0001") << "the primary's steps";
 }
 
+TEST(ReadableDiff, StraySameCharactersBetweenChangesCountAsChanged) {
+  using K = DiffPiece::Kind;
+  const auto kinds = [](std::string_view a, std::string_view b) {
+    std::vector<std::pair<K, std::string>> out;
+    for (const DiffPiece& p : readablePieces(NameDiff::compare(a, b).newPieces))
+      out.emplace_back(p.kind, p.text);
+    return out;
+  };
+  using Pieces = std::vector<std::pair<K, std::string>>;
+  EXPECT_EQ(kinds("DSC01201.JPG", "2025-06-14_0003.JPG"),
+            (Pieces{{K::added, "2025-06-14_0003"}, {K::same, ".JPG"}}));
+  EXPECT_EQ(kinds("IMG_0001", "2024_IMG_0001"),
+            (Pieces{{K::added, "2024_"}, {K::same, "IMG_0001"}}));
+  EXPECT_EQ(kinds("a_b", "a_b_c"), (Pieces{{K::same, "a_b"}, {K::added, "_c"}}))
+      << "a short piece at either end stays";
+}
+
 TEST_F(Inspection, ShootingDataReadsAsPhotographersWriteIt) {
   photo("a.jpg", "X-T5", "A-1", "2024:05:01 12:00:00");
   open({});

@@ -264,7 +264,7 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   splitter->addWidget(content);
   splitter->addWidget(inspectorPane);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({200, 680, 300});
+  splitter->setSizes({180, 720, 280});
   setCentralWidget(splitter);
 
   counts_ = new QLabel;
@@ -397,14 +397,16 @@ QWidget* MainWindow::makeFileViews(QHBoxLayout* listBar) {
   listStack_->addWidget(gridView_);
 
   const auto viewButton = [this, listBar](int which, const char* name, QStyle::StandardPixmap icon,
-                                          const QString& tip) {
+                                          const QString& label) {
     auto* b = new QToolButton;
+    b->setShortcut(QKeySequence(which == 0 ? Qt::CTRL | Qt::Key_1 : Qt::CTRL | Qt::Key_2));
+    b->setAccessibleName(label);
+    b->setToolTip(
+        QStringLiteral("%1 (%2)").arg(label, b->shortcut().toString(QKeySequence::NativeText)));
     b->setObjectName(name);
     b->setCheckable(true);
     b->setAutoExclusive(true);
     b->setIcon(style()->standardIcon(icon));
-    b->setToolTip(tip);
-    b->setAccessibleName(tip);
     listBar->addWidget(b);
     viewButtons_[which] = b;
   };

@@ -5,6 +5,7 @@
 #include <QTextLayout>
 
 #include "RenameEngine/NameDiff.h"
+#include "TessaneRename/FileInspection.h"
 
 namespace tessane {
 
@@ -54,10 +55,11 @@ void NewNameDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
   }
 
   // The added pieces as formats over the name.
-  const NameDiff diff = NameDiff::compare(oldName.toStdString(), newName.toStdString());
+  const std::vector<DiffPiece> pieces =
+      readablePieces(NameDiff::compare(oldName.toStdString(), newName.toStdString()).newPieces);
   QList<QTextLayout::FormatRange> formats;
   int at = 0;
-  for (const DiffPiece& piece : diff.newPieces) {
+  for (const DiffPiece& piece : pieces) {
     const int length = static_cast<int>(QString::fromStdString(piece.text).size());
     if (piece.kind == DiffPiece::Kind::added) {
       QTextLayout::FormatRange range;

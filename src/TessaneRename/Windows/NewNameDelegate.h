@@ -1,7 +1,7 @@
 // The new-name column: the new name with what differs from the current name highlighted (the
-// characters added or changed), in the row's colour (red for an error, amber for a warning, grey
-// when the name stays). A name too long for the column loses its middle and shows without the
-// highlight. The row's messages are the model's tooltip.
+// characters added or changed, as readablePieces groups them), in the row's colour (red for an
+// error, amber for a warning, grey when the name stays). A name too long for the column loses its
+// middle and shows without the highlight. The row's messages are the model's tooltip.
 #pragma once
 
 #include <QStyledItemDelegate>
