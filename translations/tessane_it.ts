@@ -1077,6 +1077,145 @@
     </message>
 </context>
 <context>
+    <name>tessane</name>
+    <message>
+        <source>Current name</source>
+        <translation>Nome attuale</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Ritocco</translation>
+    </message>
+    <message>
+        <source>File created</source>
+        <translation>File creato</translation>
+    </message>
+    <message>
+        <source>File modified</source>
+        <translation>File modificato</translation>
+    </message>
+    <message>
+        <source>Taken</source>
+        <translation>Scattata</translation>
+    </message>
+    <message>
+        <source>Camera maker</source>
+        <translation>Marca della fotocamera</translation>
+    </message>
+    <message>
+        <source>Camera model</source>
+        <translation>Modello della fotocamera</translation>
+    </message>
+    <message>
+        <source>Lens</source>
+        <translation>Obiettivo</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Numero di serie</translation>
+    </message>
+    <message>
+        <source>ISO</source>
+        <translation>ISO</translation>
+    </message>
+    <message>
+        <source>Shutter speed</source>
+        <translation>Tempo di scatto</translation>
+    </message>
+    <message>
+        <source>Aperture</source>
+        <translation>Diaframma</translation>
+    </message>
+    <message>
+        <source>Focal length</source>
+        <translation>Lunghezza focale</translation>
+    </message>
+    <message>
+        <source>City</source>
+        <translation>Città</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Luogo</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Headline</source>
+        <translation>Intestazione</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Larghezza</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Altezza</translation>
+    </message>
+    <message>
+        <source>Frame rate</source>
+        <translation>Fotogrammi al secondo</translation>
+    </message>
+    <message>
+        <source>Codec</source>
+        <translation>Codec</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Traccia</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Anno</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Pagine</translation>
+    </message>
+    <message>
+        <source>1/%1 s</source>
+        <translation>1/%1 s</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>f/%1</source>
+        <translation>f/%1</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
+    </message>
+    <message>
+        <source>%1 px</source>
+        <translation>%1 px</translation>
+    </message>
+</context>
+<context>
     <name>tessane::BodiesPane</name>
     <message>
         <source>Give each camera a short tag for {body}, and line up a clock that was wrong. The times in the names are corrected; the files aren’t changed.</source>
@@ -1605,6 +1744,91 @@
     </message>
 </context>
 <context>
+    <name>tessane::ClockSync</name>
+    <message>
+        <source>Select two photos taken at the same instant by two cameras to line up their clocks.</source>
+        <translation>Seleziona due foto scattate nello stesso istante da due fotocamere per mettere in riga i loro orologi.</translation>
+    </message>
+    <message>
+        <source>These two photos come from the same camera. Select one photo from each camera.</source>
+        <translation>Queste due foto vengono dalla stessa fotocamera. Seleziona una foto per ciascuna fotocamera.</translation>
+    </message>
+    <message>
+        <source>A camera can only be told apart by its serial number or model, and one of these photos has neither.</source>
+        <translation>Una fotocamera si distingue solo dal numero di serie o dal modello, e una di queste foto non ha né l’uno né l’altro.</translation>
+    </message>
+    <message>
+        <source>One of these photos doesn’t say when it was taken.</source>
+        <translation>Una di queste foto non dice quando è stata scattata.</translation>
+    </message>
+    <message>
+        <source>If these two photos were taken at the same instant, the clocks can be lined up. Choose the camera with the right time.</source>
+        <translation>Se queste due foto sono state scattate nello stesso istante, gli orologi si possono mettere in riga. Scegli la fotocamera con l’ora giusta.</translation>
+    </message>
+    <message>
+        <source>%1 clock: %2</source>
+        <translation>Orologio di %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 was already in time</source>
+        <translation>%1 era già in orario</translation>
+    </message>
+    <message>
+        <source>The difference goes in Settings › Camera Bodies, where you can change it. The files aren’t changed.</source>
+        <translation>La differenza va in Impostazioni › Corpi macchina, dove puoi cambiarla. I file non vengono modificati.</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::ClockSyncCard</name>
+    <message>
+        <source>Camera clocks</source>
+        <translation>Orologi delle fotocamere</translation>
+    </message>
+    <message>
+        <source>Line Up the Clocks</source>
+        <translation>Metti in riga gli orologi</translation>
+    </message>
+    <message>
+        <source>%1 has the right time (%2, %3)</source>
+        <extracomment>A camera, the photo it took and when its clock says it was taken.</extracomment>
+        <translation>%1 ha l’ora giusta (%2, %3)</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::EmptyWindowPane</name>
+    <message>
+        <source>Drop a folder or some files here
+
+or choose File ▸ Add Folder…</source>
+        <translation>Trascina qui una cartella o alcuni file
+
+o scegli File ▸ Aggiungi cartella…</translation>
+    </message>
+    <message>
+        <source>Recent Folders</source>
+        <translation>Cartelle recenti</translation>
+    </message>
+    <message>
+        <source>Start from a Preset</source>
+        <translation>Parti da un preset</translation>
+    </message>
+    <message>
+        <source>Use the preset “%1”</source>
+        <translation>Usa il preset “%1”</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::FileInspection</name>
+    <message>
+        <source>Body</source>
+        <translation>Corpo</translation>
+    </message>
+    <message>
+        <source>Time in names</source>
+        <translation>Ora nei nomi</translation>
+    </message>
+</context>
+<context>
     <name>tessane::FileListModel</name>
     <message>
         <source>Unchanged</source>
@@ -1842,6 +2066,76 @@
     </message>
 </context>
 <context>
+    <name>tessane::InspectorPanel</name>
+    <message>
+        <source>File panel</source>
+        <translation>Pannello del file</translation>
+    </message>
+    <message>
+        <source>Names</source>
+        <translation>Nomi</translation>
+    </message>
+    <message>
+        <source>Problems</source>
+        <translation>Problemi</translation>
+    </message>
+    <message>
+        <source>How the new name is made</source>
+        <translation>Come si forma il nuovo nome</translation>
+    </message>
+    <message>
+        <source>Shooting data</source>
+        <translation>Dati di scatto</translation>
+    </message>
+    <message>
+        <source>Select a file to see its shooting data and how its new name is made.</source>
+        <translation>Seleziona un file per vedere i suoi dati di scatto e come si forma il suo nuovo nome.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n files selected</source>
+        <translation>
+            <numerusform>%n file selezionato</numerusform>
+            <numerusform>%n file selezionati</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>Ora</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Nuovo</translation>
+    </message>
+    <message>
+        <source>unchanged</source>
+        <translation>invariato</translation>
+    </message>
+    <message>
+        <source>being worked out…</source>
+        <translation>in preparazione…</translation>
+    </message>
+    <message>
+        <source>Original</source>
+        <translation>Originale</translation>
+    </message>
+    <message>
+        <source>none kept yet</source>
+        <translation>nessuno ancora conservato</translation>
+    </message>
+    <message>
+        <source>Twin of</source>
+        <translation>Gemello di</translation>
+    </message>
+    <message>
+        <source>no change</source>
+        <translation>nessun cambiamento</translation>
+    </message>
+    <message>
+        <source>No shooting data in this file.</source>
+        <translation>Nessun dato di scatto in questo file.</translation>
+    </message>
+</context>
+<context>
     <name>tessane::MainWindow</name>
     <message>
         <source>Tessane Rename</source>
@@ -1919,7 +2213,7 @@
         <source>Drop a folder or some files here
 
 or choose File ▸ Add Folder…</source>
-        <translation>Trascina qui una cartella o alcuni file
+        <translation type="vanished">Trascina qui una cartella o alcuni file
 
 oppure scegli File ▸ Aggiungi cartella…</translation>
     </message>
@@ -2035,6 +2329,14 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
         <source>Updating the new names…</source>
         <translation>Aggiornamento dei nuovi nomi…</translation>
     </message>
+    <message>
+        <source>Show as a list</source>
+        <translation>Mostra come elenco</translation>
+    </message>
+    <message>
+        <source>Show as a grid</source>
+        <translation>Mostra come griglia</translation>
+    </message>
 </context>
 <context>
     <name>tessane::NameBuilderPanel</name>
@@ -2124,6 +2426,29 @@ oppure scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Variables</source>
         <translation>Variabili</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::RecentFoldersList</name>
+    <message>
+        <source>Recent</source>
+        <translation>Recenti</translation>
+    </message>
+    <message>
+        <source>Recent folders</source>
+        <translation>Cartelle recenti</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Apri recenti</translation>
+    </message>
+    <message>
+        <source>No recent folders</source>
+        <translation>Nessuna cartella recente</translation>
+    </message>
+    <message>
+        <source>Clear Menu</source>
+        <translation>Svuota il menu</translation>
     </message>
 </context>
 <context>

@@ -6,9 +6,11 @@
 #include <QDateTime>
 #include <QIcon>
 #include <QLocale>
+#include <QPixmap>
 #include <QStyle>
 
 #include "TessaneRename/Messages.h"
+#include "TessaneRename/Windows/ThumbnailCache.h"
 
 namespace tessane {
 
@@ -63,6 +65,29 @@ FileListModel::FileListModel(FolderModel& model, QObject* parent)
 void FileListModel::setFilter(ListFilter filter) {
   filter_ = std::move(filter);
   refilter();
+}
+
+void FileListModel::setThumbnails(ThumbnailCache* thumbnails) {
+  if (thumbnails_ != nullptr) disconnect(thumbnails_, nullptr, this, nullptr);
+  thumbnails_ = thumbnails;
+  if (thumbnails_ != nullptr) {
+    connect(thumbnails_, &ThumbnailCache::arrived, this, &FileListModel::thumbnailsArrived);
+  }
+  if (!rows_.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, 0));
+}
+
+// One change over the rows that got their thumbnails: the views repaint what is on screen.
+void FileListModel::thumbnailsArrived(const QStringList& paths) {
+  int first = -1, last = -1;
+  for (const QString& path : paths) {
+    const int row = rowOf(fs::path(path.toStdString()));
+    if (row < 0) continue;
+    first = first < 0 ? row : std::min(first, row);
+    last = std::max(last, row);
+  }
+  if (first >= 0) {
+    emit dataChanged(index(first, 0), index(last, 0), {Qt::DecorationRole, thumbnailRole});
+  }
 }
 
 bool FileListModel::filterDependsOnPreview() const {
@@ -148,6 +173,15 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
           return {};
       }
     case Qt::DecorationRole:
+      if (column == currentName && thumbnails_ != nullptr) {
+        const QPixmap p = thumbnails_->thumbnail(file->url, ThumbnailCache::Size::list);
+        if (!p.isNull()) return p;
+        // A square of the same size while it loads, or the kind's icon, so the names stay level.
+        static const QPixmap blank = ThumbnailCache::placeholder(QIcon());
+        static const QPixmap icon =
+            ThumbnailCache::placeholder(QApplication::style()->standardIcon(QStyle::SP_FileIcon));
+        return thumbnails_->isLoaded(file->url) ? icon : blank;
+      }
       if (column != status || row == nullptr) return {};
       if (row->status == PreviewStatus::error) {
         static const QIcon icon =
@@ -181,6 +215,11 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
       return model_.checked().count(file->url) > 0 ? Qt::Checked : Qt::Unchecked;
     case pathRole:
       return text(file->url.string());
+    case thumbnailRole:
+      if (thumbnails_ == nullptr) return {};
+      return thumbnails_->thumbnail(file->url, ThumbnailCache::Size::grid);
+    case statusRole:
+      return row != nullptr ? QVariant(static_cast<int>(row->status)) : QVariant();
     default:
       return {};
   }

@@ -18,6 +18,8 @@
 
 namespace tessane {
 
+class ThumbnailCache;
+
 class FileListModel : public QAbstractTableModel {
   Q_OBJECT
 
@@ -25,10 +27,17 @@ class FileListModel : public QAbstractTableModel {
   enum Column { currentName, newName, date, body, status, columnCount_ };
   // The file's path, as text, under this role.
   static constexpr int pathRole = Qt::UserRole + 1;
+  // The grid's thumbnail (a QPixmap, null while it loads or when the file has none).
+  static constexpr int thumbnailRole = Qt::UserRole + 2;
+  // The row's PreviewStatus, as an int; absent before the preview holds the file.
+  static constexpr int statusRole = Qt::UserRole + 3;
 
   explicit FileListModel(FolderModel& model, QObject* parent = nullptr);
 
   void setFilter(ListFilter filter);
+  // Thumbnails beside the names (and in the grid); null turns them off.
+  void setThumbnails(ThumbnailCache* thumbnails);
+  ThumbnailCache* thumbnails() const { return thumbnails_; }
   const ListFilter& filter() const { return filter_; }
 
   // The row that shows `file`; -1 when it is not shown.
@@ -47,7 +56,10 @@ class FileListModel : public QAbstractTableModel {
   void previewChanged();
   bool filterDependsOnPreview() const;
 
+  void thumbnailsArrived(const QStringList& paths);
+
   FolderModel& model_;
+  ThumbnailCache* thumbnails_ = nullptr;
   ListFilter filter_;
   std::vector<const FolderFile*> rows_;
   mutable std::unordered_map<std::string, int> rowOfPath_;  // made on first use after a change

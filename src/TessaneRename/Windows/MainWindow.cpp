@@ -34,9 +34,15 @@
 #include "TessaneRename/Preferences.h"
 #include "TessaneRename/PresetLibrary.h"
 #include "TessaneRename/Windows/ChangesPanel.h"
+#include "TessaneRename/Windows/EmptyWindowPane.h"
+#include "TessaneRename/Windows/FileGridView.h"
 #include "TessaneRename/Windows/FileListModel.h"
+#include "TessaneRename/Windows/InspectorPanel.h"
 #include "TessaneRename/Windows/NameBuilderPanel.h"
 #include "TessaneRename/Windows/NameField.h"
+#include "TessaneRename/Windows/NewNameDelegate.h"
+#include "TessaneRename/Windows/RecentFoldersList.h"
+#include "TessaneRename/Windows/ThumbnailCache.h"
 
 namespace tessane {
 
@@ -106,6 +112,7 @@ bool isAvailable(CommandID id) {
     case CommandID::settings:
     case CommandID::guide:
     case CommandID::reportProblem:
+    case CommandID::toggleInspector:
       return true;
     default:
       return false;
@@ -216,6 +223,7 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   listStack_ = new QStackedWidget;
   listStack_->addWidget(makeEmptyHint());
   listStack_->addWidget(fileView_);
+  QWidget* inspectorPane = makeFileViews(listBar);
 
   // The actions at the foot.
   scope_ = new QComboBox;
@@ -291,8 +299,9 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   splitter->setChildrenCollapsible(false);
   splitter->addWidget(makeSidebar());
   splitter->addWidget(content);
+  splitter->addWidget(inspectorPane);
   splitter->setStretchFactor(1, 1);
-  splitter->setSizes({220, 900});
+  splitter->setSizes({180, 720, 280});
   setCentralWidget(splitter);
 
   counts_ = new QLabel;
@@ -395,18 +404,71 @@ QWidget* MainWindow::makeSidebar() {
   layout->addWidget(sidebarTitle_);
   layout->addWidget(folderList_, 1);
   layout->addLayout(buttons);
+  layout->addWidget(new RecentFoldersList(model_, app_.settings()));
   return sidebar;
 }
 
 QWidget* MainWindow::makeEmptyHint() {
-  auto* hint = new QLabel(tr("Drop a folder or some files here\n\nor choose File ▸ Add Folder…"));
-  hint->setObjectName("dropHint");
-  hint->setAlignment(Qt::AlignCenter);
-  hint->setWordWrap(true);
-  hint->setStyleSheet(
-      "QLabel#dropHint { color: palette(mid); font-size: 15px; border: 2px dashed palette(mid);"
-      " border-radius: 10px; padding: 24px; }");
-  return hint;
+  return new EmptyWindowPane(model_, app_.settings(), presets_);
+}
+
+QWidget* MainWindow::makeFileViews(QHBoxLayout* listBar) {
+  if (app_.preferences().showsThumbnails()) {
+    thumbnails_ = new ThumbnailCache(this);
+    fileList_->setThumbnails(thumbnails_);
+    const int side = ThumbnailCache::sideOf(ThumbnailCache::Size::list);
+    fileView_->setIconSize(QSize(side, side));
+    fileView_->verticalHeader()->setDefaultSectionSize(
+        std::max(side + 4, fileView_->fontMetrics().height() + 10));
+  }
+  fileView_->setItemDelegateForColumn(FileListModel::newName,
+                                      new NewNameDelegate(FileListModel::currentName, fileView_));
+
+  gridView_ = new FileGridView;
+  gridView_->setObjectName("fileGrid");
+  gridView_->setAccessibleName(tr("Files"));
+  gridView_->setModel(fileList_);
+  gridView_->setSelectionModel(fileView_->selectionModel());  // one selection for both
+  listStack_->addWidget(gridView_);
+
+  const auto viewButton = [this, listBar](int which, const char* name, QStyle::StandardPixmap icon,
+                                          const QString& label) {
+    auto* b = new QToolButton;
+    b->setShortcut(QKeySequence(which == 0 ? Qt::CTRL | Qt::Key_1 : Qt::CTRL | Qt::Key_2));
+    b->setAccessibleName(label);
+    b->setToolTip(
+        QStringLiteral("%1 (%2)").arg(label, b->shortcut().toString(QKeySequence::NativeText)));
+    b->setObjectName(name);
+    b->setCheckable(true);
+    b->setAutoExclusive(true);
+    b->setIcon(style()->standardIcon(icon));
+    listBar->addWidget(b);
+    viewButtons_[which] = b;
+  };
+  listBar->addSpacing(6);
+  viewButton(0, "showList", QStyle::SP_FileDialogDetailedView, tr("Show as a list"));
+  viewButton(1, "showGrid", QStyle::SP_FileDialogListView, tr("Show as a grid"));
+  viewButtons_[0]->setChecked(true);
+  connect(viewButtons_[1], &QToolButton::toggled, this, &MainWindow::showGrid);
+
+  inspector_ = new InspectorPanel(model_, thumbnails_);
+  return inspector_;
+}
+
+bool MainWindow::showsGrid() const {
+  return viewButtons_[1]->isChecked();
+}
+
+void MainWindow::showGrid(bool grid) {
+  viewButtons_[grid ? 1 : 0]->setChecked(true);
+  if (model_.folders().empty()) return;
+  QAbstractItemView* from = grid ? static_cast<QAbstractItemView*>(fileView_) : gridView_;
+  QAbstractItemView* to = grid ? static_cast<QAbstractItemView*>(gridView_) : fileView_;
+  const bool hadFocus = from->hasFocus();
+  listStack_->setCurrentWidget(to);
+  const QModelIndex current = fileView_->selectionModel()->currentIndex();
+  if (current.isValid()) to->scrollTo(current);
+  if (hadFocus) to->setFocus();
 }
 
 QWidget* MainWindow::makeErrorStrip() {
@@ -473,6 +535,9 @@ void MainWindow::makeMenus() {
       m->addAction(a);
       addAction(a);  // the shortcut works with the menu bar hidden too
       actions_[id] = a;
+      if (id == CommandID::addFolder) {
+        m->addMenu(RecentFoldersList::makeMenu(model_, app_.settings(), this));
+      }
     }
   }
   // The sidebar's context menu.
@@ -618,6 +683,9 @@ void MainWindow::run(CommandID id) {
     case CommandID::reportProblem:
       emit applicationCommand(id);
       break;
+    case CommandID::toggleInspector:
+      inspector_->setVisible(!inspector_->isVisible());
+      break;
     case CommandID::website:
       desktop_.openUrl(QUrl(QString::fromUtf8(
           AppCommands::kWebsite.data(), static_cast<qsizetype>(AppCommands::kWebsite.size()))));
@@ -695,7 +763,7 @@ void MainWindow::showFolderSelection() {
   }
   syncing_ = false;
   listTitle_->setText(model_.folders().empty() ? QString() : text(model_.selectionTitle()));
-  listStack_->setCurrentIndex(model_.folders().empty() ? 0 : 1);
+  listStack_->setCurrentIndex(model_.folders().empty() ? 0 : showsGrid() ? 2 : 1);
   if (!model_.folders().empty()) {
     setWindowTitle(tr("%1 — Tessane Rename").arg(text(model_.selectionTitle())));
   } else {

@@ -19,6 +19,7 @@
 class QAction;
 class QComboBox;
 class QFrame;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -33,11 +34,14 @@ class AppContext;
 class AppUpdater;
 class ChangesPanel;
 class DesktopServices;
+class FileGridView;
 class FileListModel;
 class FolderModel;
+class InspectorPanel;
 class NameBuilderPanel;
 class NameField;
 class PresetLibrary;
+class ThumbnailCache;
 
 class MainWindow : public QMainWindow {
   Q_OBJECT
@@ -53,6 +57,12 @@ class MainWindow : public QMainWindow {
   ChangesPanel& changes() const { return *changes_; }
   PresetLibrary& presets() const { return *presets_; }
   QTableView* fileView() const { return fileView_; }
+  FileGridView* gridView() const { return gridView_; }
+  InspectorPanel* inspector() const { return inspector_; }
+  ThumbnailCache* thumbnails() const { return thumbnails_; }
+  // The grid instead of the table; the selection stays.
+  void showGrid(bool grid);
+  bool showsGrid() const;
   QAction* action(CommandID id) const;
   // The update check behind "Check for Updates…" (disabled without one, and while it checks).
   void setUpdater(AppUpdater* updater);
@@ -72,6 +82,8 @@ class MainWindow : public QMainWindow {
  private:
   QWidget* makeSidebar();
   QWidget* makeEmptyHint();
+  // The thumbnails, the new-name column, the grid and its switch, the file panel.
+  QWidget* makeFileViews(QHBoxLayout* listBar);
   QWidget* makeErrorStrip();
   QWidget* makeToast();
   void makeMenus();
@@ -112,6 +124,10 @@ class MainWindow : public QMainWindow {
   QLineEdit* search_ = nullptr;
   QStackedWidget* listStack_ = nullptr;
   QTableView* fileView_ = nullptr;
+  FileGridView* gridView_ = nullptr;
+  QToolButton* viewButtons_[2] = {};  // list, grid
+  InspectorPanel* inspector_ = nullptr;
+  ThumbnailCache* thumbnails_ = nullptr;
   QComboBox* scope_ = nullptr;
   QPushButton* renameButton_ = nullptr;
   QPushButton* undoButton_ = nullptr;
