@@ -479,37 +479,49 @@ bool takeMakerFields(const std::vector<std::uint8_t>& stream, ImageFields& f) {
     f.makerSerial = std::move(maker.makerSerial);
     f.makerWidth = maker.makerWidth;
     f.makerHeight = maker.makerHeight;
+    f.makerNote = false;
     return true;
   } catch (...) {
     return false;
   }
 }
 
-bool quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
-                  MetadataMap& out) {
+std::optional<Path> quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind kind,
+                                 const icu::TimeZone& zone, MetadataMap& out) {
   constexpr std::uint16_t kDngVersion = 0xc612;
-  if (kind != FileKind::raw || !looksLikeTiff(bytes) || ifd0Has(bytes, kDngVersion)) return false;
+  if (kind != FileKind::raw || !looksLikeTiff(bytes) || ifd0Has(bytes, kDngVersion)) {
+    return std::nullopt;
+  }
   ImageFields f;
   bool makerNote = false;
-  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) return false;
-  if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
-    return false;
+  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) {
+    return std::nullopt;
   }
+  if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
+    return std::nullopt;
+  }
+  Path path = Path::quickTiffRaw;
   if (makerNote && JpegExif::makerNoteCouldAdd(f)) {
     // The maker note alone goes to Exiv2, as for a JPEG's.
-    const std::vector<std::uint8_t> stream =
-        JpegExif::makerNoteStream(bytes, f.make ? f.make->text : std::string());
-    if (stream.empty() || !takeMakerFields(stream, f)) return false;
+    const auto stream = JpegExif::makerNoteStream(bytes, f.make ? f.make->text : std::string());
+    if (!stream) return std::nullopt;
+    if (!stream->empty()) {
+      if (!takeMakerFields(*stream, f)) return std::nullopt;
+      path = Path::tiffRawMakerNote;
+    }
   }
   ImageFieldsMapping::toMetadata(f, kind, zone, out);
-  return true;
+  return path;
 }
 
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser on the maker note or on
-// the whole EXIF block when it left them to it. False when Exiv2's whole parse must decide.
-bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
+// the whole EXIF block when it left them to it. Nothing when Exiv2's whole parse must decide.
+std::optional<Path> mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone,
+                            MetadataMap& out) {
+  Path path = Path::quickJpeg;
   if (!parts.makerNoteStream.empty()) {
-    if (!takeMakerFields(parts.makerNoteStream, parts.fields)) return false;
+    if (!takeMakerFields(parts.makerNoteStream, parts.fields)) return std::nullopt;
+    path = Path::jpegMakerNote;
   } else if (parts.exifForExiv2) {
     try {
       ImageFields fields = pick(decodeExif(parts.exif));
@@ -522,23 +534,36 @@ bool mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone, M
       fields.imageHeight = parts.fields.imageHeight;
       parts.fields = std::move(fields);
     } catch (...) {
-      return false;
+      return std::nullopt;
+    }
+    path = Path::jpegExifParser;
+  } else if (needsMakerSize(parts.fields, kind)) {
+    // A JPEG under a RAW file's name: its size may be in the maker note, which is read alone.
+    const ImageFields& f = parts.fields;
+    const auto stream = JpegExif::makerNoteStream(
+        parts.exif, f.make ? f.make->text : std::string(), false);
+    if (!stream) return std::nullopt;
+    if (stream->empty()) {
+      parts.fields.makerNote = false;
+    } else {
+      if (!takeMakerFields(*stream, parts.fields)) return std::nullopt;
+      path = Path::jpegMakerNote;
     }
   }
-  if (needsMakerSize(parts.fields, kind)) return false;
+  if (needsMakerSize(parts.fields, kind)) return std::nullopt;
   ImageFieldsMapping::toMetadata(parts.fields, kind, zone, out);
-  return true;
+  return path;
 }
 
 }  // namespace
 
-void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
+Path read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
           MetadataMap& out) {
   {
     // Most camera files are JPEGs: try the quick path on the file's head first. Nothing but a
     // regular file is read (a pipe named like a photo would never answer).
     const RegularFile file = RegularFile::open(path);
-    if (!file) return;
+    if (!file) return Path::none;
     const int fd = file.fd();
     thread_local std::vector<std::uint8_t> head;
     thread_local std::vector<std::uint8_t> more;
@@ -566,12 +591,14 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
         const ssize_t got = ::pread(fd, head.data(), head.size(), 0);
         head.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
       }
-      if (quickTiffRaw(head, kind, zone, out)) return;
+      if (const auto p = quickTiffRaw(head, kind, zone, out)) return *p;
     }
-    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+    if (quick) {
+      if (const auto p = mapJpeg(*quick, kind, zone, out)) return *p;
+    }
     if (BmffExif::looksLikeBmff(head)) {
       const MappedFile whole(path);
-      if (quickBmff(whole.bytes(), kind, zone, out)) return;
+      if (quickBmff(whole.bytes(), kind, zone, out)) return Path::quickBmff;
     }
   }
   std::optional<MappedFile> mapped;
@@ -580,7 +607,7 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
     readWith(
         [&] { return Exiv2::ImageFactory::open(bytes.data(), static_cast<long>(bytes.size())); },
         [&] { return bytes; }, kind, zone, out);
-    return;
+    return Path::wholeParse;
   }
   readWith([&] { return Exiv2::ImageFactory::open(path.string()); },
            [&] {
@@ -588,23 +615,30 @@ void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
              return mapped->bytes();
            },
            kind, zone, out);
+  return Path::wholeParse;
 }
 
-void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+Path readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
                MetadataMap& out, bool quickPath) {
-  if (bytes.empty()) return;
+  if (bytes.empty()) return Path::none;
   if (quickPath && JpegExif::looksLikeJpeg(bytes)) {
     auto quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
       if (offset > bytes.size()) return std::span<const std::uint8_t>();
       return bytes.subspan(static_cast<std::size_t>(offset),
                            std::min<std::size_t>(size, bytes.size() - offset));
     });
-    if (quick && mapJpeg(*quick, kind, zone, out)) return;
+    if (quick) {
+      if (const auto p = mapJpeg(*quick, kind, zone, out)) return *p;
+    }
   }
-  if (quickPath && BmffExif::looksLikeBmff(bytes) && quickBmff(bytes, kind, zone, out)) return;
-  if (quickPath &&
-      quickTiffRaw(bytes.first(std::min(bytes.size(), kRawHeadBytes)), kind, zone, out)) {
-    return;
+  if (quickPath && BmffExif::looksLikeBmff(bytes) && quickBmff(bytes, kind, zone, out)) {
+    return Path::quickBmff;
+  }
+  if (quickPath) {
+    if (const auto p = quickTiffRaw(bytes.first(std::min(bytes.size(), kRawHeadBytes)), kind,
+                                    zone, out)) {
+      return *p;
+    }
   }
   // Exiv2 may read a little past the end of what it is given (see paddedCrw): give it a copy that
   // ends in zeros.
@@ -613,6 +647,7 @@ void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
   const std::span<const std::uint8_t> copy(padded.data(), bytes.size());
   readWith([&] { return Exiv2::ImageFactory::open(copy.data(), static_cast<long>(copy.size())); },
            [&] { return copy; }, kind, zone, out);
+  return Path::wholeParse;
 }
 
 }  // namespace tessane::ImageReader

@@ -374,17 +374,25 @@ struct MakerNoteLayout {
   std::string_view signature;  // how the maker note starts
   enum class Ifd { atStart, afterSignature, ownTiffHeaderAt10, littleEndianOffsetAt8 } ifd;
   std::array<std::uint16_t, 8> keep;  // zeros are unused slots
+  // Kept entries that Exiv2 only consults, and names nothing from: a maker note that holds none
+  // of the other kept entries gives no lens, serial number or size.
+  std::array<std::uint16_t, 2> context = {};
 };
 constexpr MakerNoteLayout kThinned[] = {
     // CameraSettings (lens type, focal range, apertures), FocalLength, SerialNumber, ModelID,
     // LensModel, InternalSerialNumber.
-    {"Canon", "", MakerNoteLayout::Ifd::atStart, {0x0001, 0x0002, 0x000c, 0x0010, 0x0095, 0x0096}},
+    {"Canon",
+     "",
+     MakerNoteLayout::Ifd::atStart,
+     {0x0001, 0x0002, 0x000c, 0x0010, 0x0095, 0x0096},
+     {0x0002, 0x0010}},
     // Version, SerialNumber and ShutterCount (the keys to LensData), LensType, Lens, LensData,
     // SerialNO.
     {"NIKON",
      std::string_view("Nikon\0\x02", 7),
      MakerNoteLayout::Ifd::ownTiffHeaderAt10,
-     {0x0001, 0x001d, 0x00a7, 0x0083, 0x0084, 0x0098, 0x00a0}},
+     {0x0001, 0x001d, 0x00a7, 0x0083, 0x0084, 0x0098, 0x00a0},
+     {0x0001, 0x00a7}},
     // InternalSerialNumber, ImageWidth, ImageHeight, LensType, LensSerialNumber.
     {"Panasonic",
      std::string_view("Panasonic\0\0\0", 12),
@@ -413,12 +421,31 @@ constexpr MakerNoteLayout kThinned[] = {
     {"FUJIFILM", "FUJIFILM", MakerNoteLayout::Ifd::littleEndianOffsetAt8, {0x0010}},
 };
 
+// Canon's camera settings name the lens type in their 23rd element; older cameras write fewer.
+constexpr std::uint16_t kCanonSettings = 0x0001;
+constexpr std::uint32_t kCanonLensTypeIndex = 22;
+
+// Whether a kept maker-note entry is one Exiv2 may name the lens, the serial number or the size
+// from, rather than one it only consults.
+bool mayName(const MakerNoteLayout& layout, std::uint16_t tag, std::uint16_t type,
+             std::uint32_t count) {
+  if (std::find(layout.context.begin(), layout.context.end(), tag) != layout.context.end()) {
+    return false;
+  }
+  constexpr std::uint16_t kShort = 3;
+  if (layout.make == "Canon" && tag == kCanonSettings && type == kShort) {
+    return count > kCanonLensTypeIndex;
+  }
+  return true;
+}
+
 // Thins the maker note of `stream` (see kThinned) when its layout is one of those and everything
-// lies where it should; otherwise leaves it whole.
+// lies where it should; otherwise leaves it whole. False when the maker note, of a known layout,
+// holds nothing Exiv2 could name the lens, the serial number or the size from.
 // `note`: the maker note's EXIF entry (bytes), as found in the stream.
-void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::string_view make) {
+bool thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::string_view make) {
   const auto known = [&](const MakerNoteLayout& l) { return make.starts_with(l.make); };
-  if (std::none_of(std::begin(kThinned), std::end(kThinned), known)) return;
+  if (std::none_of(std::begin(kThinned), std::end(kThinned), known)) return true;
   try {
     const Tiff t(stream);
     const Bytes body = valueBytes(t, note);
@@ -431,7 +458,7 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::st
         layout = &l;
       }
     }
-    if (layout == nullptr) return;
+    if (layout == nullptr) return true;
     // The maker note's IFD, read in the byte order its own header gives, if it has one.
     bool little = t.little();
     std::uint64_t ifd = start;
@@ -442,14 +469,14 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::st
         ifd += layout->signature.size();
         break;
       case MakerNoteLayout::Ifd::ownTiffHeaderAt10: {
-        if (body.size() < 18) return;
+        if (body.size() < 18) return true;
         const Tiff own(body.subspan(10));
         little = own.little();
         ifd += 10 + own.u32(4);
         break;
       }
       case MakerNoteLayout::Ifd::littleEndianOffsetAt8:
-        if (body.size() < 12) return;
+        if (body.size() < 12) return true;
         little = true;
         ifd += std::uint32_t{body[8]} | std::uint32_t{body[9]} << 8 |
                std::uint32_t{body[10]} << 16 | std::uint32_t{body[11]} << 24;
@@ -460,35 +487,48 @@ void thinMakerNote(std::vector<std::uint8_t>& stream, const Entry& note, std::st
       return little ? static_cast<std::uint16_t>(stream[at] | stream[at + 1] << 8)
                     : static_cast<std::uint16_t>(stream[at] << 8 | stream[at + 1]);
     };
+    const auto u32 = [&](std::uint64_t at) {
+      return little ? (std::uint32_t{u16(at)} | std::uint32_t{u16(at + 2)} << 16)
+                    : (std::uint32_t{u16(at)} << 16 | std::uint32_t{u16(at + 2)});
+    };
     const std::uint16_t n = u16(ifd);
     if (n == 0 || n > kMaxEntries || ifd + 2 + 12ull * n + 4 > start + noteSize) {
-      return;
+      return true;
     }
     std::uint16_t kept = 0;
+    bool names = false;
     for (std::uint16_t i = 0; i < n; ++i) {
       const std::uint64_t from = ifd + 2 + 12ull * i;
       const std::uint16_t tag = u16(from);
       if (tag == 0 ||
           std::find(layout->keep.begin(), layout->keep.end(), tag) == layout->keep.end())
         continue;
+      names = names || mayName(*layout, tag, u16(from + 2), u32(from + 4));
       std::copy_n(stream.begin() + static_cast<std::ptrdiff_t>(from), 12,
                   stream.begin() + static_cast<std::ptrdiff_t>(ifd + 2 + 12ull * kept));
       ++kept;
     }
     // Nothing cut: the IFD stays as it is (some maker notes have no next-IFD link, and their
     // values follow the last entry at once).
-    if (kept == n) return;
+    if (kept == n) return names;
     const std::uint64_t end = ifd + 2 + 12ull * kept;
     std::fill_n(stream.begin() + static_cast<std::ptrdiff_t>(end), 4, 0);  // no next IFD
     stream[ifd] = static_cast<std::uint8_t>(little ? kept & 0xFF : kept >> 8);
     stream[ifd + 1] = static_cast<std::uint8_t>(little ? kept >> 8 : kept & 0xFF);
+    return names;
   } catch (const GiveUp&) {
     // Something lies outside the block: the maker note stays whole.
+    return true;
   }
 }
 
-// The EXIF block made ready for Exiv2 to decode its maker note alone (see JpegExif.h). With
-// `noteMustFit`, gives up unless the maker note lies within the block.
+// The EXIF entries a lens may be named from, besides the maker note.
+constexpr std::uint16_t kExifLens[] = {0xa432, 0xa433, 0xa434};
+
+// The EXIF block made ready for Exiv2 to decode its maker note alone (see JpegExif.h), or empty
+// when the maker note (of a known layout) holds nothing that Exiv2 could name the lens, the serial
+// number or the size from, and EXIF names no lens either. With `noteMustFit`, gives up unless the
+// maker note lies within the block.
 std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make, bool noteMustFit) {
   const Tiff t(exif);
   std::vector<std::uint8_t> out(exif.begin(), exif.end());
@@ -500,8 +540,12 @@ std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make, b
   });
   if (!exifIfd) throw GiveUp{};
   std::optional<Entry> note;
+  bool exifNamesLens = false;
   const std::uint32_t newExif = appendIfd(t, *exifIfd, out, [&](const Entry& e) {
     if (e.tag == 0x927c && typeSize(e.type) == 1 && e.count > 4) note = e;
+    if (std::find(std::begin(kExifLens), std::end(kExifLens), e.tag) != std::end(kExifLens)) {
+      exifNamesLens = true;
+    }
     return std::find(std::begin(kLensContext), std::end(kLensContext), e.tag) !=
            std::end(kLensContext);
   });
@@ -515,7 +559,7 @@ std::vector<std::uint8_t> withMakerNoteOnly(Bytes exif, std::string_view make, b
     if (rewritten.u16(at) == 0x8769) w.patch32(at + 8, newExif);
   }
   w.patch32(4, ifd0);
-  if (note) thinMakerNote(out, *note, make);
+  if (note && !thinMakerNote(out, *note, make) && !exifNamesLens) out.clear();
   return out;
 }
 
@@ -559,13 +603,12 @@ bool isSof(std::uint8_t m) {
 
 }  // namespace
 
-std::vector<std::uint8_t> makerNoteStream(std::span<const std::uint8_t> tiff,
-                                          std::string_view make) {
+std::optional<std::vector<std::uint8_t>> makerNoteStream(std::span<const std::uint8_t> tiff,
+                                                         std::string_view make, bool noteMustFit) {
   try {
-    // A RAW file's head: the maker note must lie within it, or Exiv2 would decode less of it.
-    return withMakerNoteOnly(tiff, make, true);
+    return withMakerNoteOnly(tiff, make, noteMustFit);
   } catch (...) {
-    return {};
+    return std::nullopt;
   }
 }
 
@@ -666,6 +709,8 @@ std::optional<Parts> read(const Fetch& fetch) {
         if (readExif(exif, withExif)) {
           parts.makerNoteStream =
               withMakerNoteOnly(exif, withExif.make ? withExif.make->text : std::string(), false);
+          // A maker note that can name nothing is as good as read.
+          if (parts.makerNoteStream.empty()) withExif.makerNote = false;
         }
         f = std::move(withExif);
       } catch (const GiveUp&) {

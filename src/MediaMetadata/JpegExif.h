@@ -40,6 +40,7 @@ struct Parts {
   std::vector<std::uint8_t> exif;  // the EXIF block (a TIFF stream), when there is one
   bool exifForExiv2 = false;       // the EXIF fields are left to Exiv2's EXIF parser
   // Not empty when the maker note alone is left to Exiv2's EXIF parser: the block to give it.
+  // Empty, with `fields.makerNote` false, when the maker note can add nothing.
   std::vector<std::uint8_t> makerNoteStream;
 };
 
@@ -59,10 +60,14 @@ bool readTiff(std::span<const std::uint8_t> stream, TiffStart start, bool tiffIp
 bool makerNoteCouldAdd(const ImageFields& fields);
 
 // The TIFF stream `tiff` (IFD0 first) made ready for Exiv2's EXIF parser to decode its maker note
-// alone, as `Parts::makerNoteStream` (`make`: the camera's make, as IFD0 gives it). Empty when the
-// stream's IFDs or its maker note don't lie within it.
-std::vector<std::uint8_t> makerNoteStream(std::span<const std::uint8_t> tiff,
-                                          std::string_view make);
+// alone, as `Parts::makerNoteStream` (`make`: the camera's make, as IFD0 gives it). Empty when
+// the maker note, of a layout known here, holds nothing Exiv2 could name the lens, the serial
+// number or the photo's size from (and EXIF names no lens): then it needs no decoding. Nothing
+// when the stream's IFDs don't lie within it, nor, with `noteMustFit`, its maker note (a RAW
+// file's head: Exiv2 would decode less of it).
+std::optional<std::vector<std::uint8_t>> makerNoteStream(std::span<const std::uint8_t> tiff,
+                                                         std::string_view make,
+                                                         bool noteMustFit = true);
 
 // A value read as a float, as Exiv2 gives numbers, as a positive whole number: nothing when it is
 // below 1, above four billion or not finite.
