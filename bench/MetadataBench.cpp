@@ -237,9 +237,9 @@ BENCHMARK(BM_FloorQuickPathFiles)->Apply(onOneAndTwoThreads);
 // Each image read on its own, timed, by the way the reader took.
 void BM_ReaderPaths(benchmark::State& state) {
   using Path = ImageReader::Path;
-  constexpr const char* kNames[] = {"none",         "quickJpeg",        "jpegMakerNote",
-                                    "jpegExifParser", "quickTiffRaw",   "tiffRawMakerNote",
-                                    "quickBmff",    "wholeParse"};
+  constexpr const char* kNames[] = {"none",           "quickJpeg",    "jpegMakerNote",
+                                    "jpegExifParser", "quickTiffRaw", "tiffRawMakerNote",
+                                    "quickBmff",      "wholeParse"};
   constexpr std::size_t kPaths = std::size(kNames);
   std::array<std::int64_t, kPaths> files{};
   std::array<double, kPaths> seconds{};

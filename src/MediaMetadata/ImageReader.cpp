@@ -540,8 +540,8 @@ std::optional<Path> mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::Ti
   } else if (needsMakerSize(parts.fields, kind)) {
     // A JPEG under a RAW file's name: its size may be in the maker note, which is read alone.
     const ImageFields& f = parts.fields;
-    const auto stream = JpegExif::makerNoteStream(
-        parts.exif, f.make ? f.make->text : std::string(), false);
+    const auto stream =
+        JpegExif::makerNoteStream(parts.exif, f.make ? f.make->text : std::string(), false);
     if (!stream) return std::nullopt;
     if (stream->empty()) {
       parts.fields.makerNote = false;
@@ -635,8 +635,8 @@ Path readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
     return Path::quickBmff;
   }
   if (quickPath) {
-    if (const auto p = quickTiffRaw(bytes.first(std::min(bytes.size(), kRawHeadBytes)), kind,
-                                    zone, out)) {
+    if (const auto p =
+            quickTiffRaw(bytes.first(std::min(bytes.size(), kRawHeadBytes)), kind, zone, out)) {
       return *p;
     }
   }

@@ -52,13 +52,13 @@ namespace tessane::ImageReader {
 // maker note or the EXIF block), Exiv2's whole parse, or not at all (no regular file).
 enum class Path {
   none,
-  quickJpeg,        // segments and EXIF read here alone
-  jpegMakerNote,    // the same, and the maker note alone through Exiv2's EXIF parser
-  jpegExifParser,   // the EXIF block through Exiv2's EXIF parser
-  quickTiffRaw,     // a TIFF-based RAW file's IFD0 and EXIF IFD read here alone
-  tiffRawMakerNote, // the same, and the maker note alone through Exiv2's EXIF parser
-  quickBmff,        // HEIF, CR3: the EXIF found through the boxes, read here
-  wholeParse,       // Exiv2's whole parse of the file
+  quickJpeg,         // segments and EXIF read here alone
+  jpegMakerNote,     // the same, and the maker note alone through Exiv2's EXIF parser
+  jpegExifParser,    // the EXIF block through Exiv2's EXIF parser
+  quickTiffRaw,      // a TIFF-based RAW file's IFD0 and EXIF IFD read here alone
+  tiffRawMakerNote,  // the same, and the maker note alone through Exiv2's EXIF parser
+  quickBmff,         // HEIF, CR3: the EXIF found through the boxes, read here
+  wholeParse,        // Exiv2's whole parse of the file
 };
 
 Path read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
