@@ -32,7 +32,7 @@
 #include <vector>
 
 #include "MediaMetadata/ImageReader.h"
-#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/JpegSegments.h"
 #include "MediaMetadata/MetadataBatch.h"
 #include "MediaMetadata/MetadataProvider.h"
 
@@ -211,8 +211,8 @@ const std::vector<BatchFile>& quickPathFiles() {
       ::close(fd);
       const std::span<const std::uint8_t> bytes(head.data(),
                                                 n > 0 ? static_cast<std::size_t>(n) : 0);
-      if (!JpegExif::looksLikeJpeg(bytes)) continue;
-      const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+      if (!JpegSegments::looksLikeJpeg(bytes)) continue;
+      const auto parts = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
         if (offset > bytes.size()) return std::span<const std::uint8_t>();
         return bytes.subspan(offset, std::min<std::size_t>(size, bytes.size() - offset));
       });

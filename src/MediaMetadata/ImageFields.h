@@ -1,5 +1,5 @@
 // The values of an image's EXIF, IPTC and frame that the image reader maps to metadata keys,
-// found either by Exiv2's full parse or by the quick JPEG path (JpegExif), then mapped by one
+// found either by Exiv2's full parse or by the quick JPEG path (JpegSegments), then mapped by one
 // function so that both paths give the same metadata.
 #pragma once
 

@@ -23,10 +23,12 @@
 #include "BmffExif.h"
 #include "ImageFields.h"
 #include "IptcFields.h"
-#include "JpegExif.h"
+#include "JpegSegments.h"
 #include "LensEntry.h"
+#include "MakerNoteStream.h"
 #include "MetadataText.h"
 #include "RenameIO/RegularFile.h"
+#include "TiffReader.h"
 
 namespace tessane::ImageReader {
 namespace {
@@ -95,7 +97,7 @@ std::optional<double> rational(const Exifdatum& d) {
 
 std::optional<std::int64_t> positiveInteger(const Exifdatum& d, long n) {
   if (d.count() <= n) return std::nullopt;
-  return JpegExif::positiveInteger(d.toFloat(n));
+  return TiffReader::positiveInteger(d.toFloat(n));
 }
 
 std::string text(const Exifdatum& d) {
@@ -410,17 +412,17 @@ bool quickBmff(std::span<const std::uint8_t> bytes, FileKind kind, const icu::Ti
   if (!found.exifIfd.empty() || found.canonMakerNote) {
     // CR3: IFD0 and the EXIF IFD in boxes of their own, the photo's size from EXIF.
     if (kind != FileKind::raw || found.ifd0.empty() || found.exifIfd.empty()) return false;
-    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote) ||
-        !JpegExif::readTiff(found.exifIfd, JpegExif::TiffStart::exifIfd, true, f, makerNote))
+    if (!TiffReader::readTiff(found.ifd0, TiffReader::TiffStart::ifd0, true, f, makerNote) ||
+        !TiffReader::readTiff(found.exifIfd, TiffReader::TiffStart::exifIfd, true, f, makerNote))
       return false;
-    if (found.canonMakerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    if (found.canonMakerNote && TiffReader::makerNoteCouldAdd(f)) return false;
     f.makerNote = f.makerNote || found.canonMakerNote;
     if (!f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) return false;
   } else {
     if (!found.plainLayout || found.ifd0.empty()) return false;
-    if (!JpegExif::readTiff(found.ifd0, JpegExif::TiffStart::ifd0, true, f, makerNote))
+    if (!TiffReader::readTiff(found.ifd0, TiffReader::TiffStart::ifd0, true, f, makerNote))
       return false;
-    if (makerNote && JpegExif::makerNoteCouldAdd(f)) return false;
+    if (makerNote && TiffReader::makerNoteCouldAdd(f)) return false;
     // Exiv2 gives a HEIF file's EXIF pixel dimensions as its size when they are there.
     f.imageWidth = f.pixelX ? f.pixelX->first.value_or(0) : found.width;
     f.imageHeight = f.pixelY ? f.pixelY->first.value_or(0) : found.height;
@@ -471,7 +473,7 @@ Exiv2::ExifData decodeExif(const std::vector<std::uint8_t>& block) {
 }
 
 // The maker note's lens, serial number and sizes, decoded by Exiv2 from a maker-note stream
-// (JpegExif::makerNoteStream), into fields whose EXIF part is read. False when Exiv2 throws.
+// (JpegSegments::makerNoteStream), into fields whose EXIF part is read. False when Exiv2 throws.
 bool takeMakerFields(const std::vector<std::uint8_t>& stream, ImageFields& f) {
   try {
     ImageFields maker = pick(decodeExif(stream));
@@ -494,16 +496,16 @@ std::optional<Path> quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind k
   }
   ImageFields f;
   bool makerNote = false;
-  if (!JpegExif::readTiff(bytes, JpegExif::TiffStart::ifd0, true, f, makerNote)) {
+  if (!TiffReader::readTiff(bytes, TiffReader::TiffStart::ifd0, true, f, makerNote)) {
     return std::nullopt;
   }
   if (f.defaultCrop || !f.pixelX || !f.pixelX->first || !f.pixelY || !f.pixelY->first) {
     return std::nullopt;
   }
   Path path = Path::quickTiffRaw;
-  if (makerNote && JpegExif::makerNoteCouldAdd(f)) {
+  if (makerNote && TiffReader::makerNoteCouldAdd(f)) {
     // The maker note alone goes to Exiv2, as for a JPEG's.
-    const auto stream = JpegExif::makerNoteStream(bytes, f.make ? f.make->text : std::string());
+    const auto stream = MakerNoteStream::build(bytes, f.make ? f.make->text : std::string());
     if (!stream) return std::nullopt;
     if (!stream->empty()) {
       if (!takeMakerFields(*stream, f)) return std::nullopt;
@@ -516,7 +518,7 @@ std::optional<Path> quickTiffRaw(std::span<const std::uint8_t> bytes, FileKind k
 
 // Maps what the quick JPEG path found, first running Exiv2's EXIF parser on the maker note or on
 // the whole EXIF block when it left them to it. Nothing when Exiv2's whole parse must decide.
-std::optional<Path> mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::TimeZone& zone,
+std::optional<Path> mapJpeg(JpegSegments::Parts& parts, FileKind kind, const icu::TimeZone& zone,
                             MetadataMap& out) {
   Path path = Path::quickJpeg;
   if (!parts.makerNoteStream.empty()) {
@@ -541,7 +543,7 @@ std::optional<Path> mapJpeg(JpegExif::Parts& parts, FileKind kind, const icu::Ti
     // A JPEG under a RAW file's name: its size may be in the maker note, which is read alone.
     const ImageFields& f = parts.fields;
     const auto stream =
-        JpegExif::makerNoteStream(parts.exif, f.make ? f.make->text : std::string(), false);
+        MakerNoteStream::build(parts.exif, f.make ? f.make->text : std::string(), false);
     if (!stream) return std::nullopt;
     if (stream->empty()) {
       parts.fields.makerNote = false;
@@ -570,9 +572,9 @@ Path read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
     head.resize(kHeadBytes);
     const ssize_t n = ::pread(fd, head.data(), head.size(), 0);
     head.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
-    std::optional<JpegExif::Parts> quick;
-    if (JpegExif::looksLikeJpeg(head)) {
-      quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+    std::optional<JpegSegments::Parts> quick;
+    if (JpegSegments::looksLikeJpeg(head)) {
+      quick = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
         if (offset <= head.size() && size <= head.size() - offset) {
           return std::span<const std::uint8_t>(head).subspan(static_cast<std::size_t>(offset),
                                                              size);
@@ -621,8 +623,8 @@ Path read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone&
 Path readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
                MetadataMap& out, bool quickPath) {
   if (bytes.empty()) return Path::none;
-  if (quickPath && JpegExif::looksLikeJpeg(bytes)) {
-    auto quick = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+  if (quickPath && JpegSegments::looksLikeJpeg(bytes)) {
+    auto quick = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
       if (offset > bytes.size()) return std::span<const std::uint8_t>();
       return bytes.subspan(static_cast<std::size_t>(offset),
                            std::min<std::size_t>(size, bytes.size() - offset));

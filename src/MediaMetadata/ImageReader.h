@@ -25,7 +25,7 @@
 // a DNG's default crop, else the EXIF pixel dimensions, else the size in Panasonic's maker note,
 // else Exiv2's size.
 //
-// JPEG files go through a quick path (JpegExif) that gives the same values without Exiv2's full
+// JPEG files go through a quick path (JpegSegments) that gives the same values without Exiv2's full
 // parse, and falls back to it whenever it can't be sure to.
 //
 // Exiv2 throws on damaged files; nothing leaves this reader, and what was read before the

@@ -17,7 +17,7 @@
 #include "FileContents.h"
 #include "Fixtures.h"
 #include "MediaMetadata/ImageReader.h"
-#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/JpegSegments.h"
 #include "MediaMetadata/MediaLibraries.h"
 #include "TempFolder.h"
 
@@ -56,7 +56,7 @@ Reading readBothWays(const std::string& bytes, FileKind kind = FileKind::image) 
   Reading r;
   r.path = ImageReader::readBytes(span, kind, *utc, r.quick, true);
   ImageReader::readBytes(span, kind, *utc, r.exiv2, false);
-  const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+  const auto parts = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
     if (offset > span.size()) return std::span<const std::uint8_t>();
     return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
   });
