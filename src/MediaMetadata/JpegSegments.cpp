@@ -32,7 +32,9 @@ bool readExif(Bytes exif, ImageFields& f) {
   return makerNote && TiffReader::makerNoteCouldAdd(f);
 }
 
-void readIptc(const std::vector<std::uint8_t>& photoshop, ImageFields& f) {
+void readIptc(const std::optional<std::vector<std::uint8_t>>& resources, ImageFields& f) {
+  if (!resources) return;
+  const std::vector<std::uint8_t>& photoshop = *resources;
   std::vector<std::uint8_t> iptc;
   const Exiv2::byte* cur = photoshop.data();
   const Exiv2::byte* const end = cur + photoshop.size();
@@ -70,6 +72,90 @@ bool isSof(std::uint8_t m) {
          (m >= 0xcd && m <= 0xcf);
 }
 
+// What the walk over the segments found besides `Parts`.
+struct Segments {
+  bool exif = false;
+  std::optional<std::vector<std::uint8_t>> photoshop;  // the Photoshop segment's resources
+  // The first XMP packet (as Exiv2 takes it): where it lies, read only when IPTC needs it.
+  std::optional<std::pair<std::uint64_t, std::size_t>> xmp;
+};
+
+bool isXmp(Bytes payload) {
+  return payload.size() >= kXmpId.size() &&
+         std::equal(kXmpId.begin(), kXmpId.end(), payload.begin());
+}
+
+// Takes what one segment holds: the EXIF block, where the XMP packet lies, the Photoshop
+// resources, the frame size.
+void takeSegment(const Fetch& fetch, std::uint8_t marker, std::uint64_t payloadAt,
+                 std::size_t payloadSize, Parts& parts, Segments& found) {
+  if (marker == 0xe1 && !found.exif && payloadSize >= 6) {
+    const Bytes p = fetch(payloadAt, payloadSize);
+    if (p.size() != payloadSize) throw GiveUp{};
+    if (std::memcmp(p.data(), "Exif\0\0", 6) == 0) {
+      parts.exif.assign(p.begin() + 6, p.end());
+      found.exif = true;
+    } else if (!found.xmp && isXmp(p)) {
+      found.xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
+    }
+  } else if (marker == 0xe1 && !found.xmp && payloadSize >= kXmpId.size()) {
+    if (isXmp(fetch(payloadAt, kXmpId.size()))) {
+      found.xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
+    }
+  } else if (marker == 0xed && payloadSize >= 14) {
+    const Bytes p = fetch(payloadAt, payloadSize);
+    if (p.size() != payloadSize) throw GiveUp{};
+    if (std::memcmp(p.data(), "Photoshop 3.0\0", 14) == 0) {
+      if (found.photoshop) throw GiveUp{};
+      found.photoshop.emplace(p.begin() + 14, p.end());
+    }
+  } else if (isSof(marker) && parts.fields.imageHeight == 0) {
+    const Bytes p = fetch(payloadAt, 5);
+    if (p.size() != 5) throw GiveUp{};
+    parts.fields.imageHeight = p[1] << 8 | p[2];
+    parts.fields.imageWidth = p[3] << 8 | p[4];
+  }
+}
+
+// Walks the segments up to the scan, giving up on anything Exiv2 would read otherwise.
+void walk(const Fetch& fetch, Parts& parts, Segments& found) {
+  std::uint64_t pos = 2;
+  for (std::size_t count = 0;; ++count) {
+    if (count == kMaxSegments) throw GiveUp{};
+    const Bytes header = fetch(pos, 4);
+    if (header.size() < 2 || header[0] != 0xff) throw GiveUp{};
+    const std::uint8_t marker = header[1];
+    if (marker == 0xda || marker == 0xd9) return;  // the scan or the end: no more metadata
+    if (marker == 0xff || marker == 0xd8 || marker == 0x01 || (marker >= 0xd0 && marker <= 0xd7) ||
+        marker == 0xc8 || marker == 0xcc || header.size() < 4)
+      throw GiveUp{};
+    const std::size_t length = static_cast<std::size_t>(header[2] << 8 | header[3]);
+    if (length < 2) throw GiveUp{};
+    takeSegment(fetch, marker, pos + 4, length - 2, parts, found);
+    pos += 2 + length;
+  }
+}
+
+// The EXIF fields read here, and the maker note's stream when it could add to them; the whole
+// block left to Exiv2's EXIF parser when reading it here is not sure.
+void readExifFields(Parts& parts) {
+  ImageFields withExif = parts.fields;
+  try {
+    if (readExif(parts.exif, withExif)) {
+      auto stream = MakerNoteStream::build(
+          parts.exif, withExif.make ? withExif.make->text : std::string(), false);
+      if (!stream) throw GiveUp{};
+      parts.makerNoteStream = std::move(*stream);
+      // A maker note that can name nothing is as good as read.
+      if (parts.makerNoteStream.empty()) withExif.makerNote = false;
+    }
+    parts.fields = std::move(withExif);
+  } catch (const GiveUp&) {
+    parts.makerNoteStream.clear();
+    parts.exifForExiv2 = true;
+  }
+}
+
 }  // namespace
 
 bool looksLikeJpeg(std::span<const std::uint8_t> head) noexcept {
@@ -79,83 +165,14 @@ bool looksLikeJpeg(std::span<const std::uint8_t> head) noexcept {
 std::optional<Parts> read(const Fetch& fetch) {
   try {
     Parts parts;
-    ImageFields& f = parts.fields;
-    std::vector<std::uint8_t>& exif = parts.exif;
-    std::vector<std::uint8_t> photoshop;
-    bool haveExif = false;
-    bool havePhotoshop = false;
-    // The first XMP packet (as Exiv2 takes it): where it lies, read only when IPTC needs it.
-    std::optional<std::pair<std::uint64_t, std::size_t>> xmp;
-    const auto isXmp = [](Bytes payload) {
-      return payload.size() >= kXmpId.size() &&
-             std::equal(kXmpId.begin(), kXmpId.end(), payload.begin());
-    };
-    std::uint64_t pos = 2;
-    for (std::size_t count = 0;; ++count) {
-      if (count == kMaxSegments) throw GiveUp{};
-      const Bytes header = fetch(pos, 4);
-      if (header.size() < 2 || header[0] != 0xff) throw GiveUp{};
-      const std::uint8_t marker = header[1];
-      if (marker == 0xda || marker == 0xd9) break;  // the scan or the end: no more metadata
-      if (marker == 0xff || marker == 0xd8 || marker == 0x01 ||
-          (marker >= 0xd0 && marker <= 0xd7) || marker == 0xc8 || marker == 0xcc ||
-          header.size() < 4)
-        throw GiveUp{};
-      const std::size_t length = static_cast<std::size_t>(header[2] << 8 | header[3]);
-      if (length < 2) throw GiveUp{};
-      const std::size_t payloadSize = length - 2;
-      const std::uint64_t payloadAt = pos + 4;
-      if (marker == 0xe1 && !haveExif && payloadSize >= 6) {
-        const Bytes p = fetch(payloadAt, payloadSize);
-        if (p.size() != payloadSize) throw GiveUp{};
-        if (std::memcmp(p.data(), "Exif\0\0", 6) == 0) {
-          exif.assign(p.begin() + 6, p.end());
-          haveExif = true;
-        } else if (!xmp && isXmp(p)) {
-          xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
-        }
-      } else if (marker == 0xe1 && !xmp && payloadSize >= kXmpId.size()) {
-        if (isXmp(fetch(payloadAt, kXmpId.size()))) {
-          xmp.emplace(payloadAt + kXmpId.size(), payloadSize - kXmpId.size());
-        }
-      } else if (marker == 0xed && payloadSize >= 14) {
-        const Bytes p = fetch(payloadAt, payloadSize);
-        if (p.size() != payloadSize) throw GiveUp{};
-        if (std::memcmp(p.data(), "Photoshop 3.0\0", 14) == 0) {
-          if (havePhotoshop) throw GiveUp{};
-          photoshop.assign(p.begin() + 14, p.end());
-          havePhotoshop = true;
-        }
-      } else if (isSof(marker) && f.imageHeight == 0) {
-        const Bytes p = fetch(payloadAt, 5);
-        if (p.size() != 5) throw GiveUp{};
-        f.imageHeight = p[1] << 8 | p[2];
-        f.imageWidth = p[3] << 8 | p[4];
-      }
-      pos = payloadAt + payloadSize;
+    Segments found;
+    walk(fetch, parts, found);
+    readIptc(found.photoshop, parts.fields);
+    if (found.xmp && parts.fields.iptcUncertain) {
+      readXmp(fetch(found.xmp->first, found.xmp->second), found.xmp->second, parts.fields);
     }
-    readIptc(photoshop, f);
-    if (xmp && f.iptcUncertain) readXmp(fetch(xmp->first, xmp->second), xmp->second, f);
-    if (haveExif) {
-      ImageFields withExif = f;
-      try {
-        if (readExif(exif, withExif)) {
-          auto stream = MakerNoteStream::build(
-              exif, withExif.make ? withExif.make->text : std::string(), false);
-          if (!stream) throw GiveUp{};
-          parts.makerNoteStream = std::move(*stream);
-          // A maker note that can name nothing is as good as read.
-          if (parts.makerNoteStream.empty()) withExif.makerNote = false;
-        }
-        f = std::move(withExif);
-      } catch (const GiveUp&) {
-        parts.makerNoteStream.clear();
-        parts.exifForExiv2 = true;
-      }
-    }
+    if (found.exif) readExifFields(parts);
     return parts;
-  } catch (const GiveUp&) {
-    return std::nullopt;
   } catch (...) {
     return std::nullopt;
   }
