@@ -3,18 +3,24 @@
 //
 // The folder holds at least 2,000 files: the camera files among the samples (RAW, JPEG and HEIF
 // files in which a camera make is found, leaving out files made to crash a reader), repeated by
-// hard links (copies where links fail) into a temporary folder. Every figure is files per second
-// from one run, so read them as ratios: the machine is shared and absolute times are noisy. The
-// page cache is warm for every reader alike.
+// hard links (copies where links fail) into a temporary folder; or, when TESSANE_SHOOT names one,
+// the files of a shoot folder as they are (a realistic shoot: ../shared/bench/make-shoot.sh).
+// Every figure is files per second from one run, so read them as ratios: the machine is shared
+// and absolute times are noisy. The page cache is warm for every reader alike.
+// BM_ReaderPaths tells where the time of the image reads goes: the files and microseconds per
+// file of each way the image reader took (ImageReader::Path), on one thread.
 //
 //   MetadataBench [--benchmark_filter=...]        (TESSANE_SAMPLES names the samples folder)
+//   TESSANE_SHOOT=/tmp/shoot MetadataBench        (the files of a shoot folder instead)
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <unicode/timezone.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -25,7 +31,8 @@
 #include <thread>
 #include <vector>
 
-#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/ImageReader.h"
+#include "MediaMetadata/JpegSegments.h"
 #include "MediaMetadata/MetadataBatch.h"
 #include "MediaMetadata/MetadataProvider.h"
 
@@ -44,6 +51,10 @@ fs::path samplesFolder() {
 class Folder {
  public:
   Folder() {
+    if (const char* shoot = std::getenv("TESSANE_SHOOT")) {
+      useShoot(shoot);
+      return;
+    }
     std::string pattern = (fs::temp_directory_path() / "tessane-bench-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) std::abort();
     path_ = pattern;
@@ -96,14 +107,33 @@ class Folder {
   }
   ~Folder() {
     std::error_code ec;
-    fs::remove_all(path_, ec);
+    if (!borrowed_) fs::remove_all(path_, ec);
   }
 
   const fs::path& path() const { return path_; }
   const std::vector<BatchFile>& files() const { return files_; }
 
  private:
+  // The shoot's own files, in name order; the folder is left as it is.
+  void useShoot(const fs::path& shoot) {
+    path_ = shoot;
+    borrowed_ = true;
+    std::error_code ec;
+    for (const auto& entry : fs::directory_iterator(shoot, ec)) {
+      if (!entry.is_regular_file()) continue;
+      files_.push_back(BatchFile{entry.path(), fileKindOf(entry.path().filename().string())});
+    }
+    std::sort(files_.begin(), files_.end(),
+              [](const BatchFile& a, const BatchFile& b) { return a.path < b.path; });
+    if (files_.empty()) {
+      std::cerr << "No files in " << shoot << "\n";
+      std::exit(1);
+    }
+    std::cerr << files_.size() << " files of the shoot " << shoot << "\n";
+  }
+
   fs::path path_;
+  bool borrowed_ = false;
   std::vector<BatchFile> files_;
 };
 
@@ -181,8 +211,8 @@ const std::vector<BatchFile>& quickPathFiles() {
       ::close(fd);
       const std::span<const std::uint8_t> bytes(head.data(),
                                                 n > 0 ? static_cast<std::size_t>(n) : 0);
-      if (!JpegExif::looksLikeJpeg(bytes)) continue;
-      const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+      if (!JpegSegments::looksLikeJpeg(bytes)) continue;
+      const auto parts = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
         if (offset > bytes.size()) return std::span<const std::uint8_t>();
         return bytes.subspan(offset, std::min<std::size_t>(size, bytes.size() - offset));
       });
@@ -203,6 +233,40 @@ void BM_FloorQuickPathFiles(benchmark::State& state) {
   timeFloor(state, quickPathFiles());
 }
 BENCHMARK(BM_FloorQuickPathFiles)->Apply(onOneAndTwoThreads);
+
+// Each image read on its own, timed, by the way the reader took.
+void BM_ReaderPaths(benchmark::State& state) {
+  using Path = ImageReader::Path;
+  constexpr const char* kNames[] = {"none",           "quickJpeg",    "jpegMakerNote",
+                                    "jpegExifParser", "quickTiffRaw", "tiffRawMakerNote",
+                                    "quickBmff",      "wholeParse"};
+  constexpr std::size_t kPaths = std::size(kNames);
+  std::array<std::int64_t, kPaths> files{};
+  std::array<double, kPaths> seconds{};
+  std::int64_t read = 0;
+  for (auto _ : state) {
+    for (const BatchFile& f : folder().files()) {
+      if (f.kind != FileKind::image && f.kind != FileKind::raw) continue;
+      MetadataMap out;
+      const auto start = std::chrono::steady_clock::now();
+      const Path path = ImageReader::read(f.path, f.kind, provider().timeZone(), out);
+      const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+      const auto at = static_cast<std::size_t>(path);
+      ++files[at];
+      seconds[at] += took.count();
+      ++read;
+    }
+  }
+  for (std::size_t p = 0; p < kPaths; ++p) {
+    if (files[p] == 0) continue;
+    const std::string name = kNames[p];
+    state.counters[name + "_files"] =
+        static_cast<double>(files[p]) / static_cast<double>(state.iterations());
+    state.counters[name + "_us"] = 1e6 * seconds[p] / static_cast<double>(files[p]);
+  }
+  state.SetItemsProcessed(read);
+}
+BENCHMARK(BM_ReaderPaths)->Iterations(3)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 bool installed(const char* tool) {
   const std::string probe = std::string("command -v ") + tool + " >/dev/null 2>&1";

@@ -2,16 +2,23 @@
 # Renaming a 10,000-file shoot by capture date: tessane against the tools photographers use
 # today and against the floor of a safe two-phase rename, side by side in one run.
 #
-#   bash bench/compare-rename.sh [SHOTS]     (default 4000 shots: 10,000 files)
+#   bash bench/compare-rename.sh                (the realistic shoot, or the demo's when it can't)
+#   bash bench/compare-rename.sh DIR            (a shoot folder of yours; it is copied, not touched)
+#   bash bench/compare-rename.sh SHOTS          (the demo's shoot with SHOTS shots)
+#   FILES=50000 bash bench/compare-rename.sh    (the realistic shoot's size; default 10000)
 #   TESSANE=/path/to/tessane bash bench/compare-rename.sh   (time another build's rename)
 #   KEEP_SHOOT=1 ...                     (leave the shoot and the copies in /tmp afterwards)
 #   RUNS=5 ...                           (runs of each tool but ExifTool; default 3, median kept)
+#   TOOLS=0 ...                          (tessane and the floor only: no other tool run or installed)
 #
-# The shoot: camera JPEGs with real EXIF (written by Exiv2 through `tessane demo`), a RAW twin
-# for every shot, an XMP sidecar for every second shot, and bursts of shots within one second.
+# The realistic shoot, when ../shared is beside the project: real camera JPEGs with their maker
+# notes (Canon, Nikon, Fujifilm), RAW twins and sidecars, made by ../shared/bench/make-shoot.sh
+# (which needs exiftool), its floor timed by ../shared/bench/rename-limit.c. Otherwise the demo's
+# shoot: camera JPEGs with real EXIF (written by Exiv2 through `tessane demo`), a RAW twin for
+# every shot, an XMP sidecar for every second shot, and bursts of shots within one second.
 # Each tool runs on a fresh copy of it, with warm caches, timed from its start to its exit (the
 # median of RUNS runs; ExifTool, fifty times slower than the rest, runs once):
-#   tessane   rename --template "{date:yyyy-MM-dd_HH-mm-ss}" --duplicates addSuffix --yes
+#   tessane   rename --template "{date:yyyy-MM-dd_HHmmss}" --duplicates addSuffix --yes
 #             (twins and sidecars follow their photo; history and journal written)
 #   exiftool  '-FileName<DateTimeOriginal' with a numbered suffix on clashes
 #   exiv2     rename -F (appends _1, _2 on clashes; twins and sidecars on their own)
@@ -20,14 +27,18 @@
 # Machines are shared and noisy: read the ratios, not the seconds.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-shots="${1:-4000}"
+arg="${1:-}"
+shots=4000
+[[ $arg =~ ^[0-9]+$ ]] && shots=$arg
 runs="${RUNS:-3}"
+shared="$PWD/../shared/bench"
 
 # The comparison tools are installed here, never in setup.sh: the project does not need them.
 missing=()
-command -v exiftool >/dev/null || missing+=(libimage-exiftool-perl)
-command -v exiv2 >/dev/null || missing+=(exiv2)
-command -v jhead >/dev/null || missing+=(jhead)
+tools="${TOOLS:-1}"
+[[ $tools == 0 ]] && missing=() || command -v exiftool >/dev/null || missing+=(libimage-exiftool-perl)
+[[ $tools == 0 ]] || command -v exiv2 >/dev/null || missing+=(exiv2)
+[[ $tools == 0 ]] || command -v jhead >/dev/null || missing+=(jhead)
 if ((${#missing[@]})); then
   if [[ $(id -u) == 0 ]] && command -v apt-get >/dev/null; then
     apt-get install -y --no-install-recommends "${missing[@]}" >/dev/null ||
@@ -49,9 +60,17 @@ work="$(mktemp -d /tmp/tessane-compare-XXXXXX)"
 export TZ=Europe/Rome
 export XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data"
 
-# The shoot, made from the demo's files: the same bytes with each shot's own capture time.
-"$demo" demo "$work/demo" >/dev/null
-python3 - "$work/demo" "$work/master" "$shots" <<'PY'
+# The shoot: the folder given, the realistic one, or one made from the demo's files (the same
+# bytes with each shot's own capture time).
+if [[ -n $arg && -d $arg ]]; then
+  cp -a "$arg" "$work/master"
+  kind="the shoot $arg"
+elif [[ ! $arg =~ ^[0-9]+$ && -x $shared/make-shoot.sh ]] && command -v exiftool >/dev/null; then
+  "$shared/make-shoot.sh" "${FILES:-10000}" "$work/master" >&2
+  kind="realistic shoot"
+else
+  "$demo" demo "$work/demo" >/dev/null
+  python3 - "$work/demo" "$work/master" "$shots" <<'PY'
 import os, sys
 demo, master, shots = sys.argv[1], sys.argv[2], int(sys.argv[3])
 os.makedirs(master)
@@ -78,9 +97,18 @@ for n in range(1, shots + 1):
         with open(os.path.join(master, stem + ".xmp"), "wb") as f:
             f.write(xmp)
 PY
+  kind="demo shoot"
+fi
+# The photo extensions the shoot holds, for the tools that are given files by extension.
+mapfile -t exts < <(find "$work/master" -type f -name '*.*' | sed 's/.*\.//' | grep -vix xmp | sort -u)
 files=$(find "$work/master" -type f | wc -l)
 
 # The floor: what any safe rename has to do at least, timed in-process.
+# With ../shared, the shared floor program (rename-limit.c): read64k, then the two-rename loop.
+limit=""
+if [[ -f $shared/rename-limit.c ]] && cc -O2 -o "$work/rename-limit" "$shared/rename-limit.c" 2>/dev/null; then
+  limit="$work/rename-limit"
+fi
 cat >"$work/floor.py" <<'PY'
 import ctypes, os, sys, time
 libc = ctypes.CDLL(None, use_errno=True)
@@ -134,25 +162,39 @@ timed() {
   done
   median "${times[@]}"
   # How many files it actually gave a capture-date name.
-  echo "$(find "$work/shoot" -name '2025-*' | wc -l)" >"$work/renamed-$name"
+  echo "$(find "$work/shoot" -name '20[0-9][0-9]-[0-9][0-9]-*' | wc -l)" >"$work/renamed-$name"
 }
 
-have() { command -v "$1" >/dev/null; }
+have() { [[ $tools != 0 ]] && command -v "$1" >/dev/null; }
 
-echo "Shoot: $files files ($shots JPEG, $shots RAW twins, $((shots / 2)) sidecars), in $work" >&2
+echo "Shoot: $files files ($kind: ${exts[*]} and sidecars), in $work" >&2
+extArgs=() globs=""
+for e in "${exts[@]}"; do
+  extArgs+=(-ext "$e")
+  globs+=" \"\$0\"/*.$e"
+done
 declare -A seconds
-seconds[tessane]=$(timed tessane "$runs" "$tessane" rename "$work/shoot" --template "{date:yyyy-MM-dd_HH-mm-ss}" \
+seconds[tessane]=$(timed tessane "$runs" "$tessane" rename "$work/shoot" --template "{date:yyyy-MM-dd_HHmmss}" \
   --duplicates addSuffix --yes)
 seconds[exiftool]=$(have exiftool && timed exiftool 1 exiftool -q -q '-FileName<DateTimeOriginal' \
-  -d '%Y-%m-%d_%H-%M-%S%%-c.%%e' -ext JPG -ext ARW "$work/shoot" || echo "-")
-seconds[exiv2]=$(have exiv2 && timed exiv2 "$runs" bash -c 'exiv2 -F -r "%Y-%m-%d_%H-%M-%S" rename "$0"/*.JPG "$0"/*.ARW' \
+  -d '%Y-%m-%d_%H%M%S%%-c.%%e' "${extArgs[@]}" "$work/shoot" || echo "-")
+seconds[exiv2]=$(have exiv2 && timed exiv2 "$runs" bash -c "exiv2 -F -r '%Y-%m-%d_%H%M%S' rename $globs" \
   "$work/shoot" || echo "-")
-seconds[jhead]=$(have jhead && timed jhead "$runs" bash -c 'jhead -q -n%Y-%m-%d_%H-%M-%S "$0"/*.JPG' \
+seconds[jhead]=$(have jhead && timed jhead "$runs" bash -c 'jhead -q -n%Y-%m-%d_%H%M%S "$0"/*.JPG' \
   "$work/shoot" || echo "-")
 floor_reads=() floor_totals=()
 for ((run = 0; run < runs; ++run)); do
   fresh
-  read -r floor_read floor_total < <(python3 "$work/floor.py" "$work/shoot")
+  if [[ -n $limit ]]; then
+    start=$(date +%s.%N)
+    "$limit" -m read64k "$work/shoot" >/dev/null
+    mid=$(date +%s.%N)
+    "$limit" "$work/shoot" >/dev/null
+    end=$(date +%s.%N)
+    read -r floor_read floor_total < <(python3 -c "print($mid - $start, $end - $start)")
+  else
+    read -r floor_read floor_total < <(python3 "$work/floor.py" "$work/shoot")
+  fi
   floor_reads+=("$floor_read") floor_totals+=("$floor_total")
 done
 floor_read=$(median "${floor_reads[@]}")

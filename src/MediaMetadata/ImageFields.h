@@ -1,5 +1,5 @@
 // The values of an image's EXIF, IPTC and frame that the image reader maps to metadata keys,
-// found either by Exiv2's full parse or by the quick JPEG path (JpegExif), then mapped by one
+// found either by Exiv2's full parse or by the quick JPEG path (JpegSegments), then mapped by one
 // function so that both paths give the same metadata.
 #pragma once
 
@@ -38,7 +38,8 @@ struct ImageFields {
   std::optional<std::string> makerLens;
   // The photo's size as Panasonic's maker note gives it (its RAW files carry no EXIF size).
   std::optional<ExifEntry> makerWidth, makerHeight;
-  // Set by the quick paths, which don't read maker notes: the EXIF IFD has one.
+  // Set by the quick paths, which don't read maker notes: the EXIF IFD has one, not read yet
+  // (cleared once Exiv2 decoded it, or once it is known to hold nothing the mapping uses).
   bool makerNote = false;
   // IPTC (record 2): the first of each.
   std::optional<std::string> byline, city, subLocation, objectName, headline;

@@ -25,7 +25,7 @@
 // a DNG's default crop, else the EXIF pixel dimensions, else the size in Panasonic's maker note,
 // else Exiv2's size.
 //
-// JPEG files go through a quick path (JpegExif) that gives the same values without Exiv2's full
+// JPEG files go through a quick path (JpegSegments) that gives the same values without Exiv2's full
 // parse, and falls back to it whenever it can't be sure to.
 //
 // Exiv2 throws on damaged files; nothing leaves this reader, and what was read before the
@@ -48,12 +48,25 @@ U_NAMESPACE_END
 
 namespace tessane::ImageReader {
 
-void read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
+// Which way a file was read: one of the quick paths (with or without Exiv2's EXIF parser on the
+// maker note or the EXIF block), Exiv2's whole parse, or not at all (no regular file).
+enum class Path {
+  none,
+  quickJpeg,         // segments and EXIF read here alone
+  jpegMakerNote,     // the same, and the maker note alone through Exiv2's EXIF parser
+  jpegExifParser,    // the EXIF block through Exiv2's EXIF parser
+  quickTiffRaw,      // a TIFF-based RAW file's IFD0 and EXIF IFD read here alone
+  tiffRawMakerNote,  // the same, and the maker note alone through Exiv2's EXIF parser
+  quickBmff,         // HEIF, CR3: the EXIF found through the boxes, read here
+  wholeParse,        // Exiv2's whole parse of the file
+};
+
+Path read(const std::filesystem::path& path, FileKind kind, const icu::TimeZone& zone,
           MetadataMap& out);
 
 // The same from bytes in memory (used by tests and the fuzzing target). `quickPath` false reads
 // through Exiv2 alone, which is what the quick path must agree with.
-void readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
+Path readBytes(std::span<const std::uint8_t> bytes, FileKind kind, const icu::TimeZone& zone,
                MetadataMap& out, bool quickPath = true);
 
 }  // namespace tessane::ImageReader

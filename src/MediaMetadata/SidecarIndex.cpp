@@ -1,5 +1,7 @@
 #include "SidecarIndex.h"
 
+#include <algorithm>
+
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/FolderListing.h"
 
@@ -19,7 +21,14 @@ SidecarIndex::SidecarIndex() : lister_(listFolder) {}
 SidecarIndex::SidecarIndex(FolderLister lister) : lister_(std::move(lister)) {}
 
 std::string SidecarIndex::lookupKey(std::string_view name) {
-  return unicode::toLower(unicode::toNfc(name));
+  // Camera names are ASCII: already NFC, and lower-cased byte by byte, without ICU.
+  const bool ascii = std::all_of(name.begin(), name.end(),
+                                 [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+  if (!ascii) return unicode::toLower(unicode::toNfc(name));
+  std::string key(name);
+  for (char& c : key)
+    c = static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return key;
 }
 
 std::shared_ptr<const SidecarIndex::Listing> SidecarIndex::listing(

@@ -2,6 +2,7 @@
 
 #include <unicode/timezone.h>
 
+#include <cstdint>
 #include <numeric>
 #include <set>
 
@@ -49,19 +50,51 @@ std::vector<std::size_t> metadataSources(const Shoot& shoot, const TwinOptions* 
 
 }  // namespace
 
+namespace {
+
+// The files to read, one per twin group's primary; `readAt` is each subject's place among them.
+std::vector<BatchFile> filesToRead(const Shoot& shoot, const std::vector<std::size_t>& source,
+                                   std::vector<std::size_t>& readAt) {
+  const std::size_t count = shoot.subjects.size();
+  std::vector<BatchFile> files;
+  files.reserve(count);
+  readAt.assign(count, 0);
+  for (std::size_t i = 0; i < count; ++i) {
+    if (source[i] != i) continue;
+    readAt[i] = files.size();
+    files.push_back(
+        BatchFile{shoot.paths[i], fileKindOf(FileName::parse(shoot.subjects[i].name).ext)});
+  }
+  for (std::size_t i = 0; i < count; ++i)
+    readAt[i] = readAt[source[i]];
+  return files;
+}
+
+// Each read's values to the subjects that take them: copied to all but the last, moved there.
+void handOut(Shoot& shoot, BatchResult& read, const std::vector<std::size_t>& readAt) {
+  std::vector<std::uint32_t> users(read.files.size(), 0);
+  for (const std::size_t at : readAt)
+    ++users[at];
+  for (std::size_t i = 0; i < shoot.subjects.size(); ++i) {
+    std::optional<FileMetadata>& values = read.files[readAt[i]];
+    if (!values) continue;
+    if (--users[readAt[i]] == 0) {
+      shoot.subjects[i].metadata = std::move(values->values);
+    } else {
+      shoot.subjects[i].metadata = values->values;
+    }
+  }
+}
+
+}  // namespace
+
 bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
                        std::vector<ShootNotice>& notices) {
   const std::size_t count = shoot.subjects.size();
   if (request.readMetadata && count > 0) {
-    const std::vector<std::size_t> source = metadataSources(shoot, request.twins);
-    std::vector<BatchFile> files;
-    std::vector<std::size_t> readAt(count, 0);  // a primary's place among the files read
-    for (std::size_t i = 0; i < count; ++i) {
-      if (source[i] != i) continue;
-      readAt[i] = files.size();
-      files.push_back(
-          BatchFile{shoot.paths[i], fileKindOf(FileName::parse(shoot.subjects[i].name).ext)});
-    }
+    std::vector<std::size_t> readAt;
+    const std::vector<BatchFile> files =
+        filesToRead(shoot, metadataSources(shoot, request.twins), readAt);
     std::unique_ptr<icu::TimeZone> systemZone;
     if (request.zone == nullptr) systemZone.reset(icu::TimeZone::createDefault());
     const MetadataProvider provider(request.zone ? *request.zone : *systemZone, nullptr,
@@ -73,11 +106,7 @@ bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
     if (read.stopped || request.stop.stop_requested()) return false;
     for (const std::string& problem : MetadataProvider::unavailableReaders())
       notices.push_back(ShootNotice{ShootNotice::Kind::readerUnavailable, {}, problem});
-    for (std::size_t i = 0; i < count; ++i) {
-      std::optional<FileMetadata>& values = read.files[readAt[source[i]]];
-      if (!values) continue;
-      shoot.subjects[i].metadata = values->values;
-    }
+    handOut(shoot, read, readAt);
   }
   for (std::size_t i = 0; i < count; ++i) {
     RenameSubject& s = shoot.subjects[i];
@@ -94,22 +123,57 @@ bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
   return true;
 }
 
-GatheredShoot gatherShoot(const ShootRequest& request) {
-  GatheredShoot out;
+namespace {
+
+// Adds listed files to the shoot, each file once however often it was given. A folder's listing
+// names each file once, so only the files given one by one, and folders given twice, are looked
+// up: a large folder costs no set of every path.
+class Gathering {
+ public:
+  explicit Gathering(GatheredShoot& out) : out_(out) {}
+
+  // False when the folder was gathered already.
+  bool firstTimeFolder(const std::filesystem::path& folder) {
+    return folders_.insert(folder.native()).second;
+  }
+
+  void addFromFolder(ListedFile&& file, const std::filesystem::path& folder) {
+    if (!singles_.empty() && singles_.count((folder / file.name).native()) > 0) return;
+    add(std::move(file), folder);
+  }
+
+  void addSingle(ListedFile&& file, const std::filesystem::path& folder) {
+    if (folders_.count(folder.native()) > 0) return;  // its folder is gathered whole
+    if (!singles_.insert((folder / file.name).native()).second) return;
+    add(std::move(file), folder);
+  }
+
   Shoot shoot;
-  std::set<std::string> seen;  // the same file given twice counts once
-  auto add = [&](const ListedFile& file, const std::filesystem::path& folder) {
+
+ private:
+  void add(ListedFile&& file, const std::filesystem::path& folder) {
     if (!file.nameIsText) {
-      out.notices.push_back(ShootNotice{ShootNotice::Kind::nameNotText, file.path, {}});
+      out_.notices.push_back(ShootNotice{ShootNotice::Kind::nameNotText, file.path, {}});
       return;
     }
-    if (!seen.insert((folder / file.name).native()).second) return;
     RenameSubject subject;
-    subject.name = file.name;
+    subject.name = std::move(file.name);
     subject.folder = folder;
     shoot.subjects.push_back(std::move(subject));
-    shoot.paths.push_back(file.path);
-  };
+    shoot.paths.push_back(std::move(file.path));
+  }
+
+  GatheredShoot& out_;
+  std::set<std::string> folders_;  // gathered whole
+  std::set<std::string> singles_;  // given one by one
+};
+
+}  // namespace
+
+GatheredShoot gatherShoot(const ShootRequest& request) {
+  GatheredShoot out;
+  Gathering gathering(out);
+  Shoot& shoot = gathering.shoot;
   auto fail = [&](ShootProblem::Kind kind, const std::filesystem::path& path, int code) {
     out.problem = ShootProblem{kind, path, code};
     return std::move(out);
@@ -125,19 +189,23 @@ GatheredShoot gatherShoot(const ShootRequest& request) {
       Result<std::vector<ListedFile>> files = FolderListing::files(path);
       if (!files) return fail(ShootProblem::Kind::folderUnreadable, path, files.error().code);
       const std::filesystem::path folder = FolderListing::resolvedFolder(path);
-      for (const ListedFile& f : files.value())
-        add(f, folder);
+      if (!gathering.firstTimeFolder(folder)) continue;
       if (shoot.folders.count(folder.native()) == 0) {
         addFolderContents(shoot, folder, &files.value());
       }
+      shoot.subjects.reserve(shoot.subjects.size() + files.value().size());
+      shoot.paths.reserve(shoot.paths.size() + files.value().size());
+      for (ListedFile& f : files.value())
+        gathering.addFromFolder(std::move(f), folder);
       continue;
     }
     if (!std::filesystem::is_regular_file(status)) {
       return fail(ShootProblem::Kind::notRenamable, path, 0);
     }
     const std::filesystem::path folder = FolderListing::resolvedFolder(path.parent_path());
-    const std::string name = path.filename().native();
-    add(ListedFile{path, name, unicode::isValidUtf8(name)}, folder);
+    std::string name = path.filename().native();
+    const bool text = unicode::isValidUtf8(name);
+    gathering.addSingle(ListedFile{path, std::move(name), text}, folder);
     if (shoot.folders.count(folder.native()) == 0) addFolderContents(shoot, folder, nullptr);
   }
 

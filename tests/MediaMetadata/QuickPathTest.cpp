@@ -17,7 +17,7 @@
 #include "FileContents.h"
 #include "Fixtures.h"
 #include "MediaMetadata/ImageReader.h"
-#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/JpegSegments.h"
 #include "MediaMetadata/MediaLibraries.h"
 #include "TempFolder.h"
 
@@ -46,16 +46,17 @@ std::string jpegWith(const testing::TempFolder& dir,
 struct Reading {
   MetadataMap quick, exiv2;
   bool makerNoteAlone = false;
+  ImageReader::Path path = ImageReader::Path::none;
 };
 
-Reading readBothWays(const std::string& bytes) {
+Reading readBothWays(const std::string& bytes, FileKind kind = FileKind::image) {
   MediaLibraries::initialize();
   const std::unique_ptr<icu::TimeZone> utc(icu::TimeZone::createTimeZone("UTC"));
   const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
   Reading r;
-  ImageReader::readBytes(span, FileKind::image, *utc, r.quick, true);
-  ImageReader::readBytes(span, FileKind::image, *utc, r.exiv2, false);
-  const auto parts = JpegExif::read([&](std::uint64_t offset, std::size_t size) {
+  r.path = ImageReader::readBytes(span, kind, *utc, r.quick, true);
+  ImageReader::readBytes(span, kind, *utc, r.exiv2, false);
+  const auto parts = JpegSegments::read([&](std::uint64_t offset, std::size_t size) {
     if (offset > span.size()) return std::span<const std::uint8_t>();
     return span.subspan(offset, std::min<std::size_t>(size, span.size() - offset));
   });
@@ -160,6 +161,58 @@ TEST(QuickPath, SerialNumbersThatOnlyTheMakerNoteHolds) {
     EXPECT_EQ(r.quick, r.exiv2) << c.serial;
     EXPECT_EQ(textOf(r.quick, MetadataKey::serial), c.serial);
   }
+}
+
+// Compact cameras write maker notes without a lens type or a serial number (a Canon's camera
+// settings stop before the lens type, a Nikon's note holds its version and shot settings): there
+// is nothing for Exiv2 to decode, and the quick path reads them alone.
+TEST(QuickPath, MakerNotesThatCanNameNothingAreNotDecoded) {
+  testing::TempFolder dir;
+  const std::vector<std::vector<std::tuple<std::string, std::string, std::string>>> cameras = {
+      {{"Exif.Image.Make", "Ascii", "Canon"},
+       {"Exif.Image.Model", "Ascii", "Canon DIGITAL IXUS"},
+       {"Exif.CanonCs.Macro", "Short", "2"},
+       {"Exif.CanonCs.Quality", "Short", "3"},
+       {"Exif.Canon.FocalLength", "Short", "2 346 213 160"},
+       {"Exif.Canon.OwnerName", "Ascii", "Ada"}},
+      {{"Exif.Image.Make", "Ascii", "NIKON"},
+       {"Exif.Image.Model", "Ascii", "COOLPIX P6000"},
+       {"Exif.Nikon3.Version", "Undefined", "48 50 49 48"},
+       {"Exif.Nikon3.Quality", "Ascii", "FINE"}},
+  };
+  for (auto values : cameras) {
+    values.push_back({"Exif.Photo.DateTimeOriginal", "Ascii", "2024:05:01 10:00:00"});
+    values.push_back({"Exif.Photo.FNumber", "Rational", "28/10"});
+    values.push_back({"Exif.Photo.FocalLength", "Rational", "50/1"});
+    const std::string model = std::get<2>(values[1]);
+    for (const FileKind kind : {FileKind::image, FileKind::raw}) {
+      const Reading r = readBothWays(jpegWith(dir, values), kind);
+      EXPECT_EQ(r.path, ImageReader::Path::quickJpeg) << model;
+      EXPECT_EQ(r.quick, r.exiv2) << model;
+      EXPECT_EQ(textOf(r.quick, MetadataKey::model), model);
+      EXPECT_EQ(textOf(r.quick, MetadataKey::lens), "(none)") << model;
+    }
+  }
+}
+
+// A JPEG under a RAW file's name (a camera's twin copied, a renamed file) is read the quick way
+// its contents allow: when EXIF has no pixel size, the maker note's size is read alone.
+TEST(QuickPath, JpegNamedAsRawReadsTheMakerNoteSizeAlone) {
+  testing::TempFolder dir;
+  const std::vector<std::tuple<std::string, std::string, std::string>> values = {
+      {"Exif.Image.Make", "Ascii", "Panasonic"},
+      {"Exif.Image.Model", "Ascii", "DMC-GH2"},
+      {"Exif.Photo.LensModel", "Ascii", "LUMIX G VARIO 14-42/F3.5-5.6"},
+      {"Exif.Photo.BodySerialNumber", "Ascii", "F160"},
+      {"Exif.Photo.DateTimeOriginal", "Ascii", "2024:05:01 10:00:00"},
+      {"Exif.Panasonic.ImageWidth", "Long", "4608"},
+      {"Exif.Panasonic.ImageHeight", "Long", "3456"}};
+  const Reading r = readBothWays(jpegWith(dir, values), FileKind::raw);
+  EXPECT_EQ(r.path, ImageReader::Path::jpegMakerNote);
+  EXPECT_EQ(r.quick, r.exiv2);
+  const MetadataValue* width = r.quick.find(MetadataKey::width);
+  ASSERT_NE(width, nullptr);
+  EXPECT_EQ(*width, MetadataValue::integer(4608));
 }
 
 }  // namespace

@@ -20,7 +20,7 @@
 #include "Fixtures.h"
 #include "MediaMetadata/BmffExif.h"
 #include "MediaMetadata/ImageReader.h"
-#include "MediaMetadata/JpegExif.h"
+#include "MediaMetadata/JpegSegments.h"
 #include "MediaMetadata/MediaLibraries.h"
 #include "MediaMetadata/MetadataProvider.h"
 #include "RenameEngine/FileKind.h"
@@ -323,7 +323,7 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
     const auto span = std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
     const bool bmff = BmffExif::looksLikeBmff(span);
     const bool tiff = span.size() >= 4 && (span[0] == 'I' || span[0] == 'M') && span[1] == span[0];
-    if (!JpegExif::looksLikeJpeg(span) && !bmff && !tiff) continue;
+    if (!JpegSegments::looksLikeJpeg(span) && !bmff && !tiff) continue;
     if (tiff) {
       ++tiffs;
     } else {
@@ -335,7 +335,7 @@ TEST(SampleAgreement, TheQuickPathsGiveExiv2sValues) {
     };
     if (bmff || tiff) {
       // Counted by whether the quick path answers; compared below like the JPEG files.
-    } else if (const auto parts = JpegExif::read(fetch)) {
+    } else if (const auto parts = JpegSegments::read(fetch)) {
       ++(parts->exifForExiv2              ? exifParserOnly
          : parts->makerNoteStream.empty() ? quick
                                           : makerNoteParsed);

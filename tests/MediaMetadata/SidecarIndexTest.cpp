@@ -1,4 +1,5 @@
 #include "MediaMetadata/SidecarIndex.h"
+#include "RenameEngine/Unicode.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -115,6 +116,15 @@ TEST(SidecarIndex, AFolderWithoutPermissionHasNoSidecars) {
   ::chmod(locked.c_str(), 0);
   EXPECT_EQ(SidecarIndex().sidecar(locked / "a.jpg"), std::nullopt);
   ::chmod(locked.c_str(), 0700);
+}
+
+// ASCII names take a shortcut past ICU; every name must get the key ICU gives it.
+TEST(SidecarIndex, LookupKeysOfAsciiAndOtherNamesAgreeWithIcu) {
+  for (const std::string name : {"IMG_0001.CR2.XMP", "dsc 12 [a]~.xmp", "", "Été.XMP",
+                                 "E\u0301te\u0301.xmp", "\u0130STANBUL.xmp", "ß.XMP"}) {
+    EXPECT_EQ(SidecarIndex::lookupKey(name), unicode::toLower(unicode::toNfc(name))) << name;
+  }
+  EXPECT_EQ(SidecarIndex::lookupKey("IMG_0001.XMP"), "img_0001.xmp");
 }
 
 }  // namespace
