@@ -330,6 +330,41 @@
     </message>
 </context>
 <context>
+    <name>ClockSync</name>
+    <message>
+        <source>Select two photos taken at the same instant by two cameras to line up their clocks.</source>
+        <translation>Seleziona due foto scattate nello stesso istante da due fotocamere per mettere in riga i loro orologi.</translation>
+    </message>
+    <message>
+        <source>These two photos come from the same camera. Select one photo from each camera.</source>
+        <translation>Queste due foto vengono dalla stessa fotocamera. Seleziona una foto per ciascuna fotocamera.</translation>
+    </message>
+    <message>
+        <source>A camera can only be told apart by its serial number or model, and one of these photos has neither.</source>
+        <translation>Una fotocamera si distingue solo dal numero di serie o dal modello, e una di queste foto non ha né l’uno né l’altro.</translation>
+    </message>
+    <message>
+        <source>One of these photos doesn’t say when it was taken.</source>
+        <translation>Una di queste foto non dice quando è stata scattata.</translation>
+    </message>
+    <message>
+        <source>If these two photos were taken at the same instant, the clocks can be lined up. Choose the camera with the right time.</source>
+        <translation>Se queste due foto sono state scattate nello stesso istante, gli orologi si possono mettere in riga. Scegli la fotocamera con l’ora giusta.</translation>
+    </message>
+    <message>
+        <source>%1 clock: %2</source>
+        <translation>Orologio di %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 was already in time</source>
+        <translation>%1 era già in orario</translation>
+    </message>
+    <message>
+        <source>The difference goes in Settings › Camera Bodies, where you can change it. The files aren’t changed.</source>
+        <translation>La differenza va in Impostazioni › Corpi macchina, dove puoi cambiarla. I file non vengono modificati.</translation>
+    </message>
+</context>
+<context>
     <name>CrashWatch</name>
     <message>
         <source>The previous run ended without quitting and left no crash details (it may have been stopped by the system).</source>
@@ -345,6 +380,153 @@
     <message>
         <source>There’s no Trash on this disk.</source>
         <translation>Su questo disco non c’è un cestino.</translation>
+    </message>
+</context>
+<context>
+    <name>FileInspection</name>
+    <message>
+        <source>Current name</source>
+        <translation>Nome attuale</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Ritocco</translation>
+    </message>
+    <message>
+        <source>File created</source>
+        <translation>File creato</translation>
+    </message>
+    <message>
+        <source>File modified</source>
+        <translation>File modificato</translation>
+    </message>
+    <message>
+        <source>Taken</source>
+        <translation>Scattata</translation>
+    </message>
+    <message>
+        <source>Camera maker</source>
+        <translation>Marca della fotocamera</translation>
+    </message>
+    <message>
+        <source>Camera model</source>
+        <translation>Modello della fotocamera</translation>
+    </message>
+    <message>
+        <source>Lens</source>
+        <translation>Obiettivo</translation>
+    </message>
+    <message>
+        <source>Serial number</source>
+        <translation>Numero di serie</translation>
+    </message>
+    <message>
+        <source>ISO</source>
+        <translation>ISO</translation>
+    </message>
+    <message>
+        <source>Shutter speed</source>
+        <translation>Tempo di scatto</translation>
+    </message>
+    <message>
+        <source>Aperture</source>
+        <translation>Diaframma</translation>
+    </message>
+    <message>
+        <source>Focal length</source>
+        <translation>Lunghezza focale</translation>
+    </message>
+    <message>
+        <source>City</source>
+        <translation>Città</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>Luogo</translation>
+    </message>
+    <message>
+        <source>Author</source>
+        <translation>Autore</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titolo</translation>
+    </message>
+    <message>
+        <source>Headline</source>
+        <translation>Intestazione</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Durata</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Larghezza</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Altezza</translation>
+    </message>
+    <message>
+        <source>Frame rate</source>
+        <translation>Fotogrammi al secondo</translation>
+    </message>
+    <message>
+        <source>Codec</source>
+        <translation>Codec</translation>
+    </message>
+    <message>
+        <source>Artist</source>
+        <translation>Artista</translation>
+    </message>
+    <message>
+        <source>Album</source>
+        <translation>Album</translation>
+    </message>
+    <message>
+        <source>Track</source>
+        <translation>Traccia</translation>
+    </message>
+    <message>
+        <source>Year</source>
+        <translation>Anno</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Pagine</translation>
+    </message>
+    <message>
+        <source>1/%1 s</source>
+        <translation>1/%1 s</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>f/%1</source>
+        <translation>f/%1</translation>
+    </message>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>%1 fps</source>
+        <translation>%1 fps</translation>
+    </message>
+    <message>
+        <source>%1 px</source>
+        <translation>%1 px</translation>
+    </message>
+    <message>
+        <source>Body</source>
+        <translation>Corpo</translation>
+    </message>
+    <message>
+        <source>Time in names</source>
+        <translation>Ora nei nomi</translation>
     </message>
 </context>
 <context>
@@ -1077,145 +1259,6 @@
     </message>
 </context>
 <context>
-    <name>tessane</name>
-    <message>
-        <source>Current name</source>
-        <translation>Nome attuale</translation>
-    </message>
-    <message>
-        <source>Change</source>
-        <translation>Ritocco</translation>
-    </message>
-    <message>
-        <source>File created</source>
-        <translation>File creato</translation>
-    </message>
-    <message>
-        <source>File modified</source>
-        <translation>File modificato</translation>
-    </message>
-    <message>
-        <source>Taken</source>
-        <translation>Scattata</translation>
-    </message>
-    <message>
-        <source>Camera maker</source>
-        <translation>Marca della fotocamera</translation>
-    </message>
-    <message>
-        <source>Camera model</source>
-        <translation>Modello della fotocamera</translation>
-    </message>
-    <message>
-        <source>Lens</source>
-        <translation>Obiettivo</translation>
-    </message>
-    <message>
-        <source>Serial number</source>
-        <translation>Numero di serie</translation>
-    </message>
-    <message>
-        <source>ISO</source>
-        <translation>ISO</translation>
-    </message>
-    <message>
-        <source>Shutter speed</source>
-        <translation>Tempo di scatto</translation>
-    </message>
-    <message>
-        <source>Aperture</source>
-        <translation>Diaframma</translation>
-    </message>
-    <message>
-        <source>Focal length</source>
-        <translation>Lunghezza focale</translation>
-    </message>
-    <message>
-        <source>City</source>
-        <translation>Città</translation>
-    </message>
-    <message>
-        <source>Place</source>
-        <translation>Luogo</translation>
-    </message>
-    <message>
-        <source>Author</source>
-        <translation>Autore</translation>
-    </message>
-    <message>
-        <source>Title</source>
-        <translation>Titolo</translation>
-    </message>
-    <message>
-        <source>Headline</source>
-        <translation>Intestazione</translation>
-    </message>
-    <message>
-        <source>Duration</source>
-        <translation>Durata</translation>
-    </message>
-    <message>
-        <source>Width</source>
-        <translation>Larghezza</translation>
-    </message>
-    <message>
-        <source>Height</source>
-        <translation>Altezza</translation>
-    </message>
-    <message>
-        <source>Frame rate</source>
-        <translation>Fotogrammi al secondo</translation>
-    </message>
-    <message>
-        <source>Codec</source>
-        <translation>Codec</translation>
-    </message>
-    <message>
-        <source>Artist</source>
-        <translation>Artista</translation>
-    </message>
-    <message>
-        <source>Album</source>
-        <translation>Album</translation>
-    </message>
-    <message>
-        <source>Track</source>
-        <translation>Traccia</translation>
-    </message>
-    <message>
-        <source>Year</source>
-        <translation>Anno</translation>
-    </message>
-    <message>
-        <source>Pages</source>
-        <translation>Pagine</translation>
-    </message>
-    <message>
-        <source>1/%1 s</source>
-        <translation>1/%1 s</translation>
-    </message>
-    <message>
-        <source>%1 s</source>
-        <translation>%1 s</translation>
-    </message>
-    <message>
-        <source>f/%1</source>
-        <translation>f/%1</translation>
-    </message>
-    <message>
-        <source>%1 mm</source>
-        <translation>%1 mm</translation>
-    </message>
-    <message>
-        <source>%1 fps</source>
-        <translation>%1 fps</translation>
-    </message>
-    <message>
-        <source>%1 px</source>
-        <translation>%1 px</translation>
-    </message>
-</context>
-<context>
     <name>tessane::BodiesPane</name>
     <message>
         <source>Give each camera a short tag for {body}, and line up a clock that was wrong. The times in the names are corrected; the files aren’t changed.</source>
@@ -1744,41 +1787,6 @@
     </message>
 </context>
 <context>
-    <name>tessane::ClockSync</name>
-    <message>
-        <source>Select two photos taken at the same instant by two cameras to line up their clocks.</source>
-        <translation>Seleziona due foto scattate nello stesso istante da due fotocamere per mettere in riga i loro orologi.</translation>
-    </message>
-    <message>
-        <source>These two photos come from the same camera. Select one photo from each camera.</source>
-        <translation>Queste due foto vengono dalla stessa fotocamera. Seleziona una foto per ciascuna fotocamera.</translation>
-    </message>
-    <message>
-        <source>A camera can only be told apart by its serial number or model, and one of these photos has neither.</source>
-        <translation>Una fotocamera si distingue solo dal numero di serie o dal modello, e una di queste foto non ha né l’uno né l’altro.</translation>
-    </message>
-    <message>
-        <source>One of these photos doesn’t say when it was taken.</source>
-        <translation>Una di queste foto non dice quando è stata scattata.</translation>
-    </message>
-    <message>
-        <source>If these two photos were taken at the same instant, the clocks can be lined up. Choose the camera with the right time.</source>
-        <translation>Se queste due foto sono state scattate nello stesso istante, gli orologi si possono mettere in riga. Scegli la fotocamera con l’ora giusta.</translation>
-    </message>
-    <message>
-        <source>%1 clock: %2</source>
-        <translation>Orologio di %1: %2</translation>
-    </message>
-    <message>
-        <source>%1 was already in time</source>
-        <translation>%1 era già in orario</translation>
-    </message>
-    <message>
-        <source>The difference goes in Settings › Camera Bodies, where you can change it. The files aren’t changed.</source>
-        <translation>La differenza va in Impostazioni › Corpi macchina, dove puoi cambiarla. I file non vengono modificati.</translation>
-    </message>
-</context>
-<context>
     <name>tessane::ClockSyncCard</name>
     <message>
         <source>Camera clocks</source>
@@ -1815,17 +1823,6 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Use the preset “%1”</source>
         <translation>Usa il preset “%1”</translation>
-    </message>
-</context>
-<context>
-    <name>tessane::FileInspection</name>
-    <message>
-        <source>Body</source>
-        <translation>Corpo</translation>
-    </message>
-    <message>
-        <source>Time in names</source>
-        <translation>Ora nei nomi</translation>
     </message>
 </context>
 <context>
@@ -2142,10 +2139,6 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <translation>Tessane Rename</translation>
     </message>
     <message>
-        <source>New name</source>
-        <translation type="vanished">Nuovo nome</translation>
-    </message>
-    <message>
         <source>Find a file</source>
         <translation>Trova un file</translation>
     </message>
@@ -2208,14 +2201,6 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Folders</source>
         <translation>Cartelle</translation>
-    </message>
-    <message>
-        <source>Drop a folder or some files here
-
-or choose File ▸ Add Folder…</source>
-        <translation type="vanished">Trascina qui una cartella o alcuni file
-
-oppure scegli File ▸ Aggiungi cartella…</translation>
     </message>
     <message>
         <source>Close</source>

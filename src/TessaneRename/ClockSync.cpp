@@ -10,10 +10,6 @@ namespace tessane {
 
 namespace {
 
-QString tr(const char* text) {
-  return QCoreApplication::translate("ClockSync", text);
-}
-
 const Date* recordedTime(const FolderFile& file) {
   const MetadataValue* v = file.metadata.find(MetadataKey::date);
   return v != nullptr ? v->asDate() : nullptr;
@@ -41,19 +37,25 @@ ClockSync::State ClockSync::stateOf(const FolderFile* a, const FolderFile* b) {
 QString ClockSync::explanation(State state) {
   switch (state) {
     case State::chooseTwo:
-      return tr(
+      return QCoreApplication::translate(
+          "ClockSync",
           "Select two photos taken at the same instant by two cameras to line up their "
           "clocks.");
     case State::sameBody:
-      return tr("These two photos come from the same camera. Select one photo from each camera.");
+      return QCoreApplication::translate(
+          "ClockSync",
+          "These two photos come from the same camera. Select one photo from each camera.");
     case State::noBody:
-      return tr(
+      return QCoreApplication::translate(
+          "ClockSync",
           "A camera can only be told apart by its serial number or model, and one of these "
           "photos has neither.");
     case State::noTime:
-      return tr("One of these photos doesn’t say when it was taken.");
+      return QCoreApplication::translate("ClockSync",
+                                         "One of these photos doesn’t say when it was taken.");
     case State::ready:
-      return tr(
+      return QCoreApplication::translate(
+          "ClockSync",
           "If these two photos were taken at the same instant, the clocks can be lined up. "
           "Choose the camera with the right time.");
   }
@@ -82,13 +84,14 @@ std::optional<ClockSync::Result> ClockSync::apply(FolderModel& model, const Fold
   model.settingsChanged();  // the corrected times reach the names
   Result result;
   result.offset = synced->offset;
-  result.line =
-      synced->offset != 0
-          ? tr("%1 clock: %2").arg(label, QString::fromStdString(formatClockOffset(synced->offset)))
-          : tr("%1 was already in time").arg(label);
-  result.note =
-      tr("The difference goes in Settings › Camera Bodies, where you can change it. The "
-         "files aren’t changed.");
+  result.line = synced->offset != 0
+                    ? QCoreApplication::translate("ClockSync", "%1 clock: %2")
+                          .arg(label, QString::fromStdString(formatClockOffset(synced->offset)))
+                    : QCoreApplication::translate("ClockSync", "%1 was already in time").arg(label);
+  result.note = QCoreApplication::translate(
+      "ClockSync",
+      "The difference goes in Settings › Camera Bodies, where you can change it. The "
+      "files aren’t changed.");
   return result;
 }
 

@@ -16,10 +16,6 @@ namespace tessane {
 
 namespace {
 
-QString tr(const char* text) {
-  return QCoreApplication::translate("FileInspection", text);
-}
-
 QString text(const std::string& s) {
   return QString::fromStdString(s);
 }
@@ -63,13 +59,14 @@ const Rule* ruleWithID(const RuleStack& stack, const Uuid& id) {
 void addTrace(FileInspection& out, const FolderModel& model, const FolderFile& file,
               const PlannedRename& row) {
   FileInspection::Step start;
-  start.title = tr("Current name");
+  start.title = QCoreApplication::translate("FileInspection", "Current name");
   start.name = text(file.name.base);
   out.trace.push_back(std::move(start));
   for (const RuleStep& step : row.steps) {
     FileInspection::Step s;
     const Rule* rule = ruleWithID(model.rules(), step.ruleID);
-    s.title = rule != nullptr ? title(kindOf(*rule)) : tr("Change");
+    s.title = rule != nullptr ? title(kindOf(*rule))
+                              : QCoreApplication::translate("FileInspection", "Change");
     if (rule != nullptr) {
       if (const auto* format = std::get_if<RuleAction::Format>(&rule->action.value)) {
         s.detail = text(format->format.templateText);
@@ -108,57 +105,57 @@ std::vector<DiffPiece> readablePieces(const std::vector<DiffPiece>& pieces) {
 QString displayLabel(MetadataKey key) {
   switch (key) {
     case MetadataKey::created:
-      return tr("File created");
+      return QCoreApplication::translate("FileInspection", "File created");
     case MetadataKey::modified:
-      return tr("File modified");
+      return QCoreApplication::translate("FileInspection", "File modified");
     case MetadataKey::date:
-      return tr("Taken");
+      return QCoreApplication::translate("FileInspection", "Taken");
     case MetadataKey::make:
-      return tr("Camera maker");
+      return QCoreApplication::translate("FileInspection", "Camera maker");
     case MetadataKey::model:
-      return tr("Camera model");
+      return QCoreApplication::translate("FileInspection", "Camera model");
     case MetadataKey::lens:
-      return tr("Lens");
+      return QCoreApplication::translate("FileInspection", "Lens");
     case MetadataKey::serial:
-      return tr("Serial number");
+      return QCoreApplication::translate("FileInspection", "Serial number");
     case MetadataKey::iso:
-      return tr("ISO");
+      return QCoreApplication::translate("FileInspection", "ISO");
     case MetadataKey::shutter:
-      return tr("Shutter speed");
+      return QCoreApplication::translate("FileInspection", "Shutter speed");
     case MetadataKey::aperture:
-      return tr("Aperture");
+      return QCoreApplication::translate("FileInspection", "Aperture");
     case MetadataKey::focal:
-      return tr("Focal length");
+      return QCoreApplication::translate("FileInspection", "Focal length");
     case MetadataKey::city:
-      return tr("City");
+      return QCoreApplication::translate("FileInspection", "City");
     case MetadataKey::location:
-      return tr("Place");
+      return QCoreApplication::translate("FileInspection", "Place");
     case MetadataKey::author:
-      return tr("Author");
+      return QCoreApplication::translate("FileInspection", "Author");
     case MetadataKey::title:
-      return tr("Title");
+      return QCoreApplication::translate("FileInspection", "Title");
     case MetadataKey::headline:
-      return tr("Headline");
+      return QCoreApplication::translate("FileInspection", "Headline");
     case MetadataKey::duration:
-      return tr("Duration");
+      return QCoreApplication::translate("FileInspection", "Duration");
     case MetadataKey::width:
-      return tr("Width");
+      return QCoreApplication::translate("FileInspection", "Width");
     case MetadataKey::height:
-      return tr("Height");
+      return QCoreApplication::translate("FileInspection", "Height");
     case MetadataKey::fps:
-      return tr("Frame rate");
+      return QCoreApplication::translate("FileInspection", "Frame rate");
     case MetadataKey::codec:
-      return tr("Codec");
+      return QCoreApplication::translate("FileInspection", "Codec");
     case MetadataKey::artist:
-      return tr("Artist");
+      return QCoreApplication::translate("FileInspection", "Artist");
     case MetadataKey::album:
-      return tr("Album");
+      return QCoreApplication::translate("FileInspection", "Album");
     case MetadataKey::track:
-      return tr("Track");
+      return QCoreApplication::translate("FileInspection", "Track");
     case MetadataKey::year:
-      return tr("Year");
+      return QCoreApplication::translate("FileInspection", "Year");
     case MetadataKey::pages:
-      return tr("Pages");
+      return QCoreApplication::translate("FileInspection", "Pages");
   }
   return {};
 }
@@ -174,14 +171,15 @@ QString displayText(MetadataKey key, const MetadataValue& value) {
   }
   switch (key) {
     case MetadataKey::shutter:
-      if (v > 0 && v < 0.5) return tr("1/%1 s").arg(std::llround(1.0 / v));
-      return tr("%1 s").arg(number(v, 1));
+      if (v > 0 && v < 0.5)
+        return QCoreApplication::translate("FileInspection", "1/%1 s").arg(std::llround(1.0 / v));
+      return QCoreApplication::translate("FileInspection", "%1 s").arg(number(v, 1));
     case MetadataKey::aperture:
-      return tr("f/%1").arg(number(v, 1));
+      return QCoreApplication::translate("FileInspection", "f/%1").arg(number(v, 1));
     case MetadataKey::focal:
-      return tr("%1 mm").arg(number(v, 1));
+      return QCoreApplication::translate("FileInspection", "%1 mm").arg(number(v, 1));
     case MetadataKey::fps:
-      return tr("%1 fps").arg(number(v, 2));
+      return QCoreApplication::translate("FileInspection", "%1 fps").arg(number(v, 2));
     case MetadataKey::duration: {
       const long long s = std::llround(v);
       return s >= 3600 ? QStringLiteral("%1:%2:%3")
@@ -192,7 +190,7 @@ QString displayText(MetadataKey key, const MetadataValue& value) {
     }
     case MetadataKey::width:
     case MetadataKey::height:
-      return tr("%1 px").arg(std::llround(v));
+      return QCoreApplication::translate("FileInspection", "%1 px").arg(std::llround(v));
     case MetadataKey::year:
     case MetadataKey::track:
       return QString::number(std::llround(v));  // no thousands separator in a year
@@ -233,14 +231,17 @@ FileInspection FileInspection::of(const FolderModel& model, const FolderFile& fi
     addTrace(out, model, *tracedFile, *traced);
   }
 
-  if (file.bodyTag) out.fields.push_back({tr("Body"), text(*file.bodyTag)});
+  if (file.bodyTag)
+    out.fields.push_back(
+        {QCoreApplication::translate("FileInspection", "Body"), text(*file.bodyTag)});
   for (MetadataKey key : kFieldOrder) {
     const MetadataValue* value = file.metadata.find(key);
     if (value == nullptr) continue;
     out.fields.push_back({displayLabel(key), displayText(key, *value)});
     if (key == MetadataKey::date && file.captureDate && value->asDate() &&
         *value->asDate() != *file.captureDate) {
-      out.fields.push_back({tr("Time in names"), dateText(*file.captureDate)});
+      out.fields.push_back({QCoreApplication::translate("FileInspection", "Time in names"),
+                            dateText(*file.captureDate)});
     }
   }
   return out;

@@ -213,10 +213,10 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::Interactive);
   header->setStretchLastSection(true);  // the status, whose messages are the longest
-  header->resizeSection(FileListModel::currentName, 200);
-  header->resizeSection(FileListModel::newName, 240);
-  header->resizeSection(FileListModel::date, 140);
-  header->resizeSection(FileListModel::body, 60);
+  header->resizeSection(FileListModel::currentName, 170);
+  header->resizeSection(FileListModel::newName, 220);
+  header->resizeSection(FileListModel::date, 130);
+  header->resizeSection(FileListModel::body, 56);
   connect(fileView_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::fileSelectionChanged);
 
@@ -285,7 +285,7 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   editingAndFiles->addWidget(editing);
   editingAndFiles->addWidget(files);
   editingAndFiles->setStretchFactor(1, 1);
-  editingAndFiles->setSizes({250, 450});
+  editingAndFiles->setSizes({200, 500});
 
   auto* content = new QWidget;
   auto* column = new QVBoxLayout(content);

@@ -16,6 +16,8 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <ctime>
+
 #include "EventLoop.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppContext.h"
@@ -49,6 +51,9 @@ QApplication& application() {
   static char* argv[] = {name, nullptr};
   static QApplication* app = [] {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The demo wedding is in Rome: its cameras' clock times and the video's UTC time meet there.
+    qputenv("TZ", "Europe/Rome");
+    tzset();
     auto* made = new QApplication(argc, argv);
     if (language() != QLatin1String("en")) {
       static QTranslator translator;
