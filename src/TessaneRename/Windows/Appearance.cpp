@@ -4,8 +4,11 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QPainter>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QStyleOption>
 #include <QWidget>
 
 namespace tessane {
@@ -29,6 +32,27 @@ std::optional<bool> schemeIsDark(const QVariant& value) {
   if (!ok || scheme == 0) return std::nullopt;
   return scheme == 1;
 }
+
+// Fusion draws the frame of a tick box a shade darker than the window, which vanishes on a dark
+// palette: there the frame is drawn again in a light grey so that every tick box can be seen.
+class VisibleTicks : public QProxyStyle {
+ public:
+  VisibleTicks() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool tick = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+    if (!tick || option->palette.color(QPalette::Window).lightness() >= 128) return;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, true);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(option->palette.color(QPalette::Mid).lighter(150), 1));
+    const QRectF frame = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+    painter->drawRoundedRect(frame, 2, 2);
+    painter->restore();
+  }
+};
 
 }  // namespace
 
@@ -93,7 +117,7 @@ AppearanceStyle::AppearanceStyle(bool askDesktop, QObject* parent)
     : QObject(parent),
       askDesktop_(askDesktop),
       startedDark_(QApplication::palette().color(QPalette::Window).lightness() < 128) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new VisibleTicks);
   if (!askDesktop_) return;
   desktopDark_ = desktopPrefersDark();
   QDBusConnection::sessionBus().connect(
