@@ -36,6 +36,32 @@ BodiesPane::BodiesPane(BodyTable& table, OpenFiles openFiles, QWidget* parent)
          "in the names are corrected; the files aren’t changed."));
   intro->setWordWrap(true);
 
+  makeTable();
+
+  auto* offsetNote =
+      new QLabel(tr("Clock offset: what to add to the camera’s times, as +h:mm:ss. “+0:02:00” "
+                    "means its clock was 2 minutes behind."));
+  offsetNote->setWordWrap(true);
+  offsetNote->setForegroundRole(QPalette::PlaceholderText);
+  message_ = new QLabel;
+  message_->setObjectName("bodiesMessage");
+  message_->setWordWrap(true);
+  message_->hide();
+
+  QHBoxLayout* buttons = makeButtons();
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(18, 18, 18, 18);
+  layout->setSpacing(8);
+  layout->addWidget(intro);
+  layout->addWidget(table_, 1);
+  layout->addWidget(message_);
+  layout->addLayout(buttons);
+  layout->addWidget(offsetNote);
+  reload();
+}
+
+void BodiesPane::makeTable() {
   table_ = new QTableWidget(0, 3);
   table_->setObjectName("bodiesTable");
   table_->setAccessibleName(tr("Camera bodies"));
@@ -54,17 +80,10 @@ BodiesPane::BodiesPane(BodyTable& table, OpenFiles openFiles, QWidget* parent)
   header->resizeSection(offset,
                         header->fontMetrics().horizontalAdvance(QStringLiteral("+00:00:00")) + 40);
   connect(table_, &QTableWidget::itemChanged, this, &BodiesPane::itemChanged);
+}
 
-  auto* offsetNote =
-      new QLabel(tr("Clock offset: what to add to the camera’s times, as +h:mm:ss. “+0:02:00” "
-                    "means its clock was 2 minutes behind."));
-  offsetNote->setWordWrap(true);
-  offsetNote->setForegroundRole(QPalette::PlaceholderText);
-  message_ = new QLabel;
-  message_->setObjectName("bodiesMessage");
-  message_->setWordWrap(true);
-  message_->hide();
-
+// Add, Remove, from the open files, Import, Export.
+QHBoxLayout* BodiesPane::makeButtons() {
   auto* add = new QPushButton(tr("&Add"));
   add->setObjectName("addBody");
   connect(add, &QPushButton::clicked, this, [this] { addRow(); });
@@ -105,16 +124,7 @@ BodiesPane::BodiesPane(BodyTable& table, OpenFiles openFiles, QWidget* parent)
   buttons->addStretch(1);
   buttons->addWidget(import);
   buttons->addWidget(exportButton);
-
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(18, 18, 18, 18);
-  layout->setSpacing(8);
-  layout->addWidget(intro);
-  layout->addWidget(table_, 1);
-  layout->addWidget(message_);
-  layout->addLayout(buttons);
-  layout->addWidget(offsetNote);
-  reload();
+  return buttons;
 }
 
 void BodiesPane::showEvent(QShowEvent* event) {

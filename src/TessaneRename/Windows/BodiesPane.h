@@ -16,6 +16,7 @@
 
 #include "RenameEngine/MetadataValue.h"
 
+class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QTableWidget;
@@ -52,6 +53,8 @@ class BodiesPane : public QWidget {
   void showEvent(QShowEvent* event) override;
 
  private:
+  void makeTable();
+  QHBoxLayout* makeButtons();
   void itemChanged(QTableWidgetItem* item);
   void storeRows();
   void showMessage(const QString& text, bool isProblem);

@@ -208,6 +208,237 @@ void ChangeEditor::buildCounter(QFormLayout* form) {
                                      }));
 }
 
+void ChangeEditor::buildInsert(QFormLayout* form, const op::Insert& o) {
+  const auto edit = [this](std::function<void(op::Insert&)> f, bool rebuild = false) {
+    op::Insert now = currentOperation<op::Insert>(rule_);
+    f(now);
+    changed(std::move(now), rebuild);
+  };
+  form->addRow(tr("Text:"), textField(o.text, tr("Text to add"), [edit](std::string s) {
+                 edit([&s](op::Insert& i) { i.text = std::move(s); });
+               }));
+  // Where: the start, the end, after a number of characters, before or after a text.
+  const InsertPosition::Kind k = o.at.kind;
+  const int where = k == InsertPosition::Kind::start   ? 0
+                    : k == InsertPosition::Kind::end   ? 1
+                    : k == InsertPosition::Kind::index ? 2
+                    : k == InsertPosition::Kind::after ? 4
+                                                       : 3;
+  form->addRow(tr("Where:"),
+               choice({tr("At the start"), tr("At the end"), tr("After some characters"),
+                       tr("Before a text"), tr("After a text")},
+                      where, tr("Where to add it"), [edit](int n) {
+                        const InsertPosition at[] = {InsertPosition::start(), InsertPosition::end(),
+                                                     InsertPosition::atIndex(1),
+                                                     InsertPosition::before(Anchor{}),
+                                                     InsertPosition::after(Anchor{})};
+                        edit([&](op::Insert& i) { i.at = at[n]; }, true);
+                      }));
+  if (k == InsertPosition::Kind::index) {
+    form->addRow(tr("Characters:"),
+                 number(o.at.offset, 0, 255, tr("Characters before it"), [edit](int v) {
+                   edit([v](op::Insert& i) { i.at = InsertPosition::atIndex(v); });
+                 }));
+  } else if (k == InsertPosition::Kind::before || k == InsertPosition::Kind::after) {
+    form->addRow(tr("The text:"),
+                 anchorRow(o.at.anchor, tr("Text to find"), true, [edit](Anchor a) {
+                   edit([&a](op::Insert& i) { i.at.anchor = std::move(a); });
+                 }));
+  }
+}
+
+void ChangeEditor::buildReplace(QFormLayout* form, const op::Replace& o) {
+  auto shared = std::make_shared<op::Replace>(o);
+  form->addRow(tr("Find:"), anchorRow(o.anchor, tr("Text to find"), true, [this, shared](Anchor a) {
+                 shared->anchor = std::move(a);
+                 changed(*shared);
+               }));
+  form->addRow(tr("Replace with:"),
+               textField(o.with, tr("Replace with"), [this, shared](std::string s) {
+                 shared->with = std::move(s);
+                 changed(*shared);
+               }));
+}
+
+template <typename T>
+void ChangeEditor::buildRemoval(QFormLayout* form, const T& o) {
+  const int what = std::is_same_v<T, op::DeleteText>         ? 0
+                   : std::is_same_v<T, op::DeleteBlock>      ? 1
+                   : std::is_same_v<T, op::DeleteCharacters> ? 2
+                   : std::is_same_v<T, op::DeleteBefore>     ? 3
+                   : std::is_same_v<T, op::DeleteAfter>      ? 4
+                                                             : 5;
+  form->addRow(
+      tr("Remove:"),
+      choice({tr("A text"), tr("A block"), tr("Some characters"), tr("Everything before a text"),
+              tr("Everything after a text"), tr("Everything between two texts")},
+             what, tr("What to remove"), [this](int i) {
+               const RenameOperation::Value made[] = {
+                   op::DeleteText{},           op::DeleteBlock{BlockRef::index(0)},
+                   op::DeleteCharacters{0, 1}, op::DeleteBefore{},
+                   op::DeleteAfter{},          op::DeleteBetween{}};
+               changed(made[i], true);
+             }));
+  if constexpr (std::is_same_v<T, op::DeleteText>) {
+    form->addRow(tr("Text:"), anchorRow(o.anchor, tr("Text to remove"), true, [this](Anchor a) {
+                   changed(op::DeleteText{std::move(a)});
+                 }));
+  } else if constexpr (std::is_same_v<T, op::DeleteBlock>) {
+    form->addRow(tr("Block:"), blockField(o.block, tr("Block to remove"), [this](BlockRef r) {
+                   changed(op::DeleteBlock{std::move(r)});
+                 }));
+  } else if constexpr (std::is_same_v<T, op::DeleteCharacters>) {
+    buildRemoveCharacters(form, o);
+  } else if constexpr (std::is_same_v<T, op::DeleteBetween>) {
+    buildRemoveBetween(form, o);
+  } else {
+    auto shared = std::make_shared<T>(o);
+    form->addRow(tr("Text:"),
+                 anchorRow(o.anchor, tr("Text to find"), true, [this, shared](Anchor a) {
+                   shared->anchor = std::move(a);
+                   changed(*shared);
+                 }));
+    form->addRow(toggle(tr("Remove the text too"), o.inclusive, [this, shared](bool on) {
+      shared->inclusive = on;
+      changed(*shared);
+    }));
+  }
+}
+
+void ChangeEditor::buildRemoveCharacters(QFormLayout* form, const op::DeleteCharacters& o) {
+  auto shared = std::make_shared<op::DeleteCharacters>(o);
+  form->addRow(tr("From character:"),
+               number(o.from + 1, 1, 255, tr("From character"), [this, shared](int v) {
+                 shared->from = v - 1;
+                 changed(*shared);
+               }));
+  form->addRow(tr("How many:"),
+               number(o.count, 1, 255, tr("How many characters"), [this, shared](int v) {
+                 shared->count = v;
+                 changed(*shared);
+               }));
+}
+
+void ChangeEditor::buildRemoveBetween(QFormLayout* form, const op::DeleteBetween& o) {
+  auto shared = std::make_shared<op::DeleteBetween>(o);
+  form->addRow(tr("From:"),
+               anchorRow(o.start, tr("Text it starts at"), false, [this, shared](Anchor a) {
+                 shared->start = std::move(a);
+                 changed(*shared);
+               }));
+  form->addRow(tr("To:"), anchorRow(o.end, tr("Text it ends at"), false, [this, shared](Anchor a) {
+                 shared->end = std::move(a);
+                 changed(*shared);
+               }));
+  form->addRow(toggle(tr("Remove the two texts too"), o.inclusive, [this, shared](bool on) {
+    shared->inclusive = on;
+    changed(*shared);
+  }));
+}
+
+void ChangeEditor::buildMoveBlock(QFormLayout* form, const op::MoveBlock& o) {
+  auto shared = std::make_shared<op::MoveBlock>(o);
+  form->addRow(tr("Block:"), blockField(o.block, tr("Block to move"), [this, shared](BlockRef r) {
+                 shared->block = std::move(r);
+                 changed(*shared);
+               }));
+  form->addRow(tr("To place:"),
+               number(o.toIndex + 1, 1, 99, tr("Place to move it to"), [this, shared](int v) {
+                 shared->toIndex = v - 1;
+                 changed(*shared);
+               }));
+}
+
+void ChangeEditor::buildReplaceRegex(QFormLayout* form, const op::ReplaceRegex& o) {
+  auto shared = std::make_shared<op::ReplaceRegex>(o);
+  auto* problem = new QLabel;
+  problem->setObjectName("regexProblem");
+  problem->setWordWrap(true);
+  problem->setStyleSheet("color: #c62828;");
+  const auto show = [problem](const std::string& pattern) {
+    const QString text = ChangeList::regexProblem(pattern);
+    problem->setText(text);
+    problem->setVisible(!text.isEmpty());
+  };
+  auto* pattern =
+      textField(o.pattern, tr("Regular expression"), [this, shared, show](std::string s) {
+        show(s);
+        shared->pattern = std::move(s);
+        changed(*shared);
+      });
+  pattern->setPlaceholderText(tr("IMG_(\\d+)"));
+  form->addRow(tr("Find:"), pattern);
+  form->addRow(problem);
+  auto* with = textField(o.replacement, tr("Replace with"), [this, shared](std::string s) {
+    shared->replacement = std::move(s);
+    changed(*shared);
+  });
+  with->setPlaceholderText(tr("$1 is the first group"));
+  form->addRow(tr("Replace with:"), with);
+  auto* options = new QWidget;
+  auto* row = new QHBoxLayout(options);
+  row->setContentsMargins(0, 0, 0, 0);
+  row->addWidget(choice(occurrences(), static_cast<int>(o.occurrence), tr("Which matches"),
+                        [this, shared](int i) {
+                          shared->occurrence = static_cast<Occurrence>(i);
+                          changed(*shared);
+                        }));
+  row->addWidget(toggle(tr("Match case"), o.caseSensitive, [this, shared](bool on) {
+    shared->caseSensitive = on;
+    changed(*shared);
+  }));
+  row->addStretch(1);
+  form->addRow(tr("Matches:"), options);
+  show(o.pattern);
+}
+
+template <typename T>
+void ChangeEditor::buildCleanUp(QFormLayout* form, const T& o) {
+  const RenameOperation::Value choices[] = {op::CollapseWhitespace{}, op::RemoveAccents{},
+                                            op::RemoveInvalidCharacters{}, op::RemoveEmoji{}};
+  QStringList titles;
+  int current = 0;
+  for (int i = 0; i < 4; ++i) {
+    titles << cleanChoiceTitle(RenameOperation{choices[i]});
+    if (choices[i].index() == RenameOperation::Value(o).index()) current = i;
+  }
+  form->addRow(tr("Clean up:"), choice(titles, current, tr("What to clean up"), [this](int i) {
+                 const RenameOperation::Value made[] = {
+                     op::CollapseWhitespace{}, op::RemoveAccents{}, op::RemoveInvalidCharacters{},
+                     op::RemoveEmoji{}};
+                 changed(made[i], true);
+               }));
+  if constexpr (std::is_same_v<T, op::RemoveInvalidCharacters>) {
+    form->addRow(tr("Put instead:"),
+                 textField(o.replacement, tr("Put instead"), [this](std::string s) {
+                   changed(op::RemoveInvalidCharacters{std::move(s)});
+                 }));
+  }
+}
+
+template <typename T>
+void ChangeEditor::buildExtension(QFormLayout* form, const T& o) {
+  constexpr bool sets = std::is_same_v<T, op::SetExtension>;
+  form->addRow(
+      tr("Extension:"),
+      choice({tr("Change its case"), tr("Set it to")}, sets ? 1 : 0,
+             tr("What to do with the extension"), [this](int i) {
+               changed(i == 1 ? RenameOperation::Value{op::SetExtension{"jpg"}}
+                              : RenameOperation::Value{op::ChangeExtensionCase{CaseStyle::lower}},
+                       true);
+             }));
+  if constexpr (sets) {
+    form->addRow(tr("New extension:"), textField(o.ext, tr("New extension"), [this](std::string s) {
+                   changed(op::SetExtension{std::move(s)});
+                 }));
+  } else {
+    form->addRow(tr("Case:"),
+                 choice(caseStyles(), static_cast<int>(o.style), tr("Case"), [this](int i) {
+                   changed(op::ChangeExtensionCase{static_cast<CaseStyle>(i)});
+                 }));
+  }
+}
+
 void ChangeEditor::buildOperation(QFormLayout* form) {
   const RenameOperation::Value& value =
       std::get<RuleAction::Operation>(rule_.action.value).operation.value;
@@ -215,180 +446,20 @@ void ChangeEditor::buildOperation(QFormLayout* form) {
       [this, form](const auto& o) {
         using T = std::decay_t<decltype(o)>;
         if constexpr (std::is_same_v<T, op::Insert>) {
-          const auto edit = [this](std::function<void(op::Insert&)> f, bool rebuild = false) {
-            op::Insert now = currentOperation<op::Insert>(rule_);
-            f(now);
-            changed(std::move(now), rebuild);
-          };
-          form->addRow(tr("Text:"), textField(o.text, tr("Text to add"), [edit](std::string s) {
-                         edit([&s](op::Insert& i) { i.text = std::move(s); });
-                       }));
-          // Where: the start, the end, after a number of characters, before or after a text.
-          const InsertPosition::Kind k = o.at.kind;
-          const int where = k == InsertPosition::Kind::start   ? 0
-                            : k == InsertPosition::Kind::end   ? 1
-                            : k == InsertPosition::Kind::index ? 2
-                            : k == InsertPosition::Kind::after ? 4
-                                                               : 3;
-          form->addRow(tr("Where:"),
-                       choice({tr("At the start"), tr("At the end"), tr("After some characters"),
-                               tr("Before a text"), tr("After a text")},
-                              where, tr("Where to add it"), [edit](int n) {
-                                const InsertPosition at[] = {
-                                    InsertPosition::start(), InsertPosition::end(),
-                                    InsertPosition::atIndex(1), InsertPosition::before(Anchor{}),
-                                    InsertPosition::after(Anchor{})};
-                                edit([&](op::Insert& i) { i.at = at[n]; }, true);
-                              }));
-          if (k == InsertPosition::Kind::index) {
-            form->addRow(tr("Characters:"),
-                         number(o.at.offset, 0, 255, tr("Characters before it"), [edit](int v) {
-                           edit([v](op::Insert& i) { i.at = InsertPosition::atIndex(v); });
-                         }));
-          } else if (k == InsertPosition::Kind::before || k == InsertPosition::Kind::after) {
-            form->addRow(tr("The text:"),
-                         anchorRow(o.at.anchor, tr("Text to find"), true, [edit](Anchor a) {
-                           edit([&a](op::Insert& i) { i.at.anchor = std::move(a); });
-                         }));
-          }
+          buildInsert(form, o);
         } else if constexpr (std::is_same_v<T, op::Replace>) {
-          auto shared = std::make_shared<op::Replace>(o);
-          form->addRow(tr("Find:"),
-                       anchorRow(o.anchor, tr("Text to find"), true, [this, shared](Anchor a) {
-                         shared->anchor = std::move(a);
-                         changed(*shared);
-                       }));
-          form->addRow(tr("Replace with:"),
-                       textField(o.with, tr("Replace with"), [this, shared](std::string s) {
-                         shared->with = std::move(s);
-                         changed(*shared);
-                       }));
+          buildReplace(form, o);
         } else if constexpr (std::is_same_v<T, op::DeleteText> ||
                              std::is_same_v<T, op::DeleteBlock> ||
                              std::is_same_v<T, op::DeleteCharacters> ||
                              std::is_same_v<T, op::DeleteBefore> ||
                              std::is_same_v<T, op::DeleteAfter> ||
                              std::is_same_v<T, op::DeleteBetween>) {
-          const int what = std::is_same_v<T, op::DeleteText>         ? 0
-                           : std::is_same_v<T, op::DeleteBlock>      ? 1
-                           : std::is_same_v<T, op::DeleteCharacters> ? 2
-                           : std::is_same_v<T, op::DeleteBefore>     ? 3
-                           : std::is_same_v<T, op::DeleteAfter>      ? 4
-                                                                     : 5;
-          form->addRow(tr("Remove:"),
-                       choice({tr("A text"), tr("A block"), tr("Some characters"),
-                               tr("Everything before a text"), tr("Everything after a text"),
-                               tr("Everything between two texts")},
-                              what, tr("What to remove"), [this](int i) {
-                                const RenameOperation::Value made[] = {
-                                    op::DeleteText{},           op::DeleteBlock{BlockRef::index(0)},
-                                    op::DeleteCharacters{0, 1}, op::DeleteBefore{},
-                                    op::DeleteAfter{},          op::DeleteBetween{}};
-                                changed(made[i], true);
-                              }));
-          if constexpr (std::is_same_v<T, op::DeleteText>) {
-            form->addRow(tr("Text:"),
-                         anchorRow(o.anchor, tr("Text to remove"), true,
-                                   [this](Anchor a) { changed(op::DeleteText{std::move(a)}); }));
-          } else if constexpr (std::is_same_v<T, op::DeleteBlock>) {
-            form->addRow(tr("Block:"),
-                         blockField(o.block, tr("Block to remove"), [this](BlockRef r) {
-                           changed(op::DeleteBlock{std::move(r)});
-                         }));
-          } else if constexpr (std::is_same_v<T, op::DeleteCharacters>) {
-            auto shared = std::make_shared<op::DeleteCharacters>(o);
-            form->addRow(tr("From character:"),
-                         number(o.from + 1, 1, 255, tr("From character"), [this, shared](int v) {
-                           shared->from = v - 1;
-                           changed(*shared);
-                         }));
-            form->addRow(tr("How many:"),
-                         number(o.count, 1, 255, tr("How many characters"), [this, shared](int v) {
-                           shared->count = v;
-                           changed(*shared);
-                         }));
-          } else if constexpr (std::is_same_v<T, op::DeleteBetween>) {
-            auto shared = std::make_shared<op::DeleteBetween>(o);
-            form->addRow(tr("From:"), anchorRow(o.start, tr("Text it starts at"), false,
-                                                [this, shared](Anchor a) {
-                                                  shared->start = std::move(a);
-                                                  changed(*shared);
-                                                }));
-            form->addRow(tr("To:"),
-                         anchorRow(o.end, tr("Text it ends at"), false, [this, shared](Anchor a) {
-                           shared->end = std::move(a);
-                           changed(*shared);
-                         }));
-            form->addRow(
-                toggle(tr("Remove the two texts too"), o.inclusive, [this, shared](bool on) {
-                  shared->inclusive = on;
-                  changed(*shared);
-                }));
-          } else {
-            auto shared = std::make_shared<T>(o);
-            form->addRow(tr("Text:"),
-                         anchorRow(o.anchor, tr("Text to find"), true, [this, shared](Anchor a) {
-                           shared->anchor = std::move(a);
-                           changed(*shared);
-                         }));
-            form->addRow(toggle(tr("Remove the text too"), o.inclusive, [this, shared](bool on) {
-              shared->inclusive = on;
-              changed(*shared);
-            }));
-          }
+          buildRemoval(form, o);
         } else if constexpr (std::is_same_v<T, op::MoveBlock>) {
-          auto shared = std::make_shared<op::MoveBlock>(o);
-          form->addRow(tr("Block:"),
-                       blockField(o.block, tr("Block to move"), [this, shared](BlockRef r) {
-                         shared->block = std::move(r);
-                         changed(*shared);
-                       }));
-          form->addRow(tr("To place:"), number(o.toIndex + 1, 1, 99, tr("Place to move it to"),
-                                               [this, shared](int v) {
-                                                 shared->toIndex = v - 1;
-                                                 changed(*shared);
-                                               }));
+          buildMoveBlock(form, o);
         } else if constexpr (std::is_same_v<T, op::ReplaceRegex>) {
-          auto shared = std::make_shared<op::ReplaceRegex>(o);
-          auto* problem = new QLabel;
-          problem->setObjectName("regexProblem");
-          problem->setWordWrap(true);
-          problem->setStyleSheet("color: #c62828;");
-          const auto show = [problem](const std::string& pattern) {
-            const QString text = ChangeList::regexProblem(pattern);
-            problem->setText(text);
-            problem->setVisible(!text.isEmpty());
-          };
-          auto* pattern =
-              textField(o.pattern, tr("Regular expression"), [this, shared, show](std::string s) {
-                show(s);
-                shared->pattern = std::move(s);
-                changed(*shared);
-              });
-          pattern->setPlaceholderText(tr("IMG_(\\d+)"));
-          form->addRow(tr("Find:"), pattern);
-          form->addRow(problem);
-          auto* with = textField(o.replacement, tr("Replace with"), [this, shared](std::string s) {
-            shared->replacement = std::move(s);
-            changed(*shared);
-          });
-          with->setPlaceholderText(tr("$1 is the first group"));
-          form->addRow(tr("Replace with:"), with);
-          auto* options = new QWidget;
-          auto* row = new QHBoxLayout(options);
-          row->setContentsMargins(0, 0, 0, 0);
-          row->addWidget(choice(occurrences(), static_cast<int>(o.occurrence), tr("Which matches"),
-                                [this, shared](int i) {
-                                  shared->occurrence = static_cast<Occurrence>(i);
-                                  changed(*shared);
-                                }));
-          row->addWidget(toggle(tr("Match case"), o.caseSensitive, [this, shared](bool on) {
-            shared->caseSensitive = on;
-            changed(*shared);
-          }));
-          row->addStretch(1);
-          form->addRow(tr("Matches:"), options);
-          show(o.pattern);
+          buildReplaceRegex(form, o);
         } else if constexpr (std::is_same_v<T, op::ChangeCase>) {
           form->addRow(tr("Case:"),
                        choice(caseStyles(), static_cast<int>(o.style), tr("Case"), [this](int i) {
@@ -398,50 +469,10 @@ void ChangeEditor::buildOperation(QFormLayout* form) {
                              std::is_same_v<T, op::RemoveAccents> ||
                              std::is_same_v<T, op::RemoveInvalidCharacters> ||
                              std::is_same_v<T, op::RemoveEmoji>) {
-          const RenameOperation::Value choices[] = {op::CollapseWhitespace{}, op::RemoveAccents{},
-                                                    op::RemoveInvalidCharacters{},
-                                                    op::RemoveEmoji{}};
-          QStringList titles;
-          int current = 0;
-          for (int i = 0; i < 4; ++i) {
-            titles << cleanChoiceTitle(RenameOperation{choices[i]});
-            if (choices[i].index() == RenameOperation::Value(o).index()) current = i;
-          }
-          form->addRow(tr("Clean up:"),
-                       choice(titles, current, tr("What to clean up"), [this](int i) {
-                         const RenameOperation::Value made[] = {
-                             op::CollapseWhitespace{}, op::RemoveAccents{},
-                             op::RemoveInvalidCharacters{}, op::RemoveEmoji{}};
-                         changed(made[i], true);
-                       }));
-          if constexpr (std::is_same_v<T, op::RemoveInvalidCharacters>) {
-            form->addRow(tr("Put instead:"),
-                         textField(o.replacement, tr("Put instead"), [this](std::string s) {
-                           changed(op::RemoveInvalidCharacters{std::move(s)});
-                         }));
-          }
+          buildCleanUp(form, o);
         } else if constexpr (std::is_same_v<T, op::SetExtension> ||
                              std::is_same_v<T, op::ChangeExtensionCase>) {
-          constexpr bool sets = std::is_same_v<T, op::SetExtension>;
-          form->addRow(tr("Extension:"),
-                       choice({tr("Change its case"), tr("Set it to")}, sets ? 1 : 0,
-                              tr("What to do with the extension"), [this](int i) {
-                                changed(i == 1 ? RenameOperation::Value{op::SetExtension{"jpg"}}
-                                               : RenameOperation::Value{op::ChangeExtensionCase{
-                                                     CaseStyle::lower}},
-                                        true);
-                              }));
-          if constexpr (sets) {
-            form->addRow(tr("New extension:"),
-                         textField(o.ext, tr("New extension"), [this](std::string s) {
-                           changed(op::SetExtension{std::move(s)});
-                         }));
-          } else {
-            form->addRow(tr("Case:"),
-                         choice(caseStyles(), static_cast<int>(o.style), tr("Case"), [this](int i) {
-                           changed(op::ChangeExtensionCase{static_cast<CaseStyle>(i)});
-                         }));
-          }
+          buildExtension(form, o);
         }
       },
       value);

@@ -32,6 +32,18 @@ class ChangeEditor : public QWidget {
   void buildFormat(QFormLayout* form);
   void buildCounter(QFormLayout* form);
   void buildOperation(QFormLayout* form);
+  void buildInsert(QFormLayout* form, const op::Insert& o);
+  void buildReplace(QFormLayout* form, const op::Replace& o);
+  template <typename T>
+  void buildRemoval(QFormLayout* form, const T& o);
+  void buildRemoveCharacters(QFormLayout* form, const op::DeleteCharacters& o);
+  void buildRemoveBetween(QFormLayout* form, const op::DeleteBetween& o);
+  void buildMoveBlock(QFormLayout* form, const op::MoveBlock& o);
+  void buildReplaceRegex(QFormLayout* form, const op::ReplaceRegex& o);
+  template <typename T>
+  void buildCleanUp(QFormLayout* form, const T& o);
+  template <typename T>
+  void buildExtension(QFormLayout* form, const T& o);
   void changed(RenameOperation::Value value, bool rebuild = false);
 
   Rule rule_;

@@ -67,6 +67,31 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
                                  QLineEdit::Normal, suggested);
   };
 
+  QHBoxLayout* header = makeHeader();
+  // The list.
+  makeList();
+  makeListBox();
+  // The selected change: the files it applies to, then its editor.
+  makeEditorArea();
+
+  auto* body = new QHBoxLayout;
+  body->setSpacing(12);
+  body->addWidget(listBox_, 2);
+  body->addWidget(editorArea_, 3);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(6);
+  layout->addLayout(header);
+  layout->addLayout(body, 1);
+
+  connect(&model_, &FolderModel::rulesChanged, this, &ChangesPanel::showRules);
+  connect(&presets_, &PresetLibrary::currentChanged, this, &ChangesPanel::showPresets);
+  connect(&presets_, &PresetLibrary::presetsChanged, this, &ChangesPanel::showPresets);
+  showRules();
+}
+
+// The heading, adding a change (the kinds in their three groups), the presets.
+QHBoxLayout* ChangesPanel::makeHeader() {
   auto* heading = new QLabel(tr("Changes"));
   heading->setStyleSheet("font-weight: 600;");
   heading->setToolTip(
@@ -108,8 +133,10 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
   header->addWidget(add);
   header->addStretch(1);
   header->addWidget(presetButton_);
+  return header;
+}
 
-  // The list.
+void ChangesPanel::makeList() {
   auto* view = new ChangeListView;
   view->onDelete = [this] { deleteSelected(); };
   list_ = view;
@@ -165,7 +192,10 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
     menu.addAction(tr("Delete Change"), this, &ChangesPanel::deleteSelected);
     menu.exec(list_->viewport()->mapToGlobal(at));
   });
+}
 
+// The list with its buttons below it.
+void ChangesPanel::makeListBox() {
   upButton_ =
       smallButton(QStringLiteral("↑"), AppCommands::title(CommandID::moveChangeUp), "moveChangeUp");
   downButton_ = smallButton(QStringLiteral("↓"), AppCommands::title(CommandID::moveChangeDown),
@@ -190,8 +220,9 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
   listColumn->setSpacing(2);
   listColumn->addWidget(list_, 1);
   listColumn->addLayout(listButtons);
+}
 
-  // The selected change: the files it applies to, then its editor.
+void ChangesPanel::makeEditorArea() {
   scopeButton_ = new QPushButton;
   scopeButton_->setObjectName("scope");
   scopeButton_->setAccessibleName(tr("Files this change applies to"));
@@ -233,21 +264,6 @@ ChangesPanel::ChangesPanel(FolderModel& model, AppContext& app, PresetLibrary& p
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);
   editorArea_->addWidget(scroll);
-
-  auto* body = new QHBoxLayout;
-  body->setSpacing(12);
-  body->addWidget(listBox_, 2);
-  body->addWidget(editorArea_, 3);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(6);
-  layout->addLayout(header);
-  layout->addLayout(body, 1);
-
-  connect(&model_, &FolderModel::rulesChanged, this, &ChangesPanel::showRules);
-  connect(&presets_, &PresetLibrary::currentChanged, this, &ChangesPanel::showPresets);
-  connect(&presets_, &PresetLibrary::presetsChanged, this, &ChangesPanel::showPresets);
-  showRules();
 }
 
 // ---- State ----

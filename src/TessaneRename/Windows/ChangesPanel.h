@@ -17,6 +17,7 @@
 #include "TessaneRename/RuleKind.h"
 #include "TessaneRename/RuleScope.h"
 
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -72,6 +73,10 @@ class ChangesPanel : public QWidget {
   void changed();
 
  private:
+  QHBoxLayout* makeHeader();
+  void makeList();
+  void makeListBox();
+  void makeEditorArea();
   void edit(const std::function<std::optional<int>(RuleStack&)>& change);
   void showRules();
   void showEditor();

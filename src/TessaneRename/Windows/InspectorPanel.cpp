@@ -160,6 +160,15 @@ void InspectorPanel::refresh() {
   const FolderFile& file = *selected.front();
   const FileInspection in = FileInspection::of(model_, file);
 
+  showPicture(file);
+  title_->setText(breakable(in.currentName));
+  showNames(in);
+  showProblems(in);
+  showTrace(in);
+  showFields(in);
+}
+
+void InspectorPanel::showPicture(const FolderFile& file) {
   QPixmap picture;
   if (thumbnails_ != nullptr) {
     picture = thumbnails_->thumbnail(file.url, ThumbnailCache::Size::grid);
@@ -170,8 +179,10 @@ void InspectorPanel::refresh() {
   }
   picture_->setPixmap(picture);
   picture_->setVisible(!picture.isNull());
-  title_->setText(breakable(in.currentName));
+}
 
+// The current, new and original names, what changes highlighted.
+void InspectorPanel::showNames(const FileInspection& in) {
   const QString highlight = NewNameDelegate::highlightOn(palette(), false).name();
   QString names = QStringLiteral("<table cellspacing=\"2\">");
   const auto row = [&names](const QString& label, const QString& html) {
@@ -190,7 +201,9 @@ void InspectorPanel::refresh() {
   if (in.follows) row(tr("Twin of"), esc(breakable(*in.follows)));
   names += QStringLiteral("</table>");
   names_->setText(names);
+}
 
+void InspectorPanel::showProblems(const FileInspection& in) {
   QString problems;
   for (const QString& e : in.errors)
     problems += QStringLiteral("<div style=\"color:#c62828\">%1</div>").arg(esc(e));
@@ -198,7 +211,10 @@ void InspectorPanel::refresh() {
     problems += QStringLiteral("<div style=\"color:#b26a00\">%1</div>").arg(esc(w));
   problems_->setText(problems);
   problems_->setVisible(!problems.isEmpty());
+}
 
+// The name after each step, numbered from the first change.
+void InspectorPanel::showTrace(const FileInspection& in) {
   QString trace = QStringLiteral("<table cellspacing=\"3\">");
   int number = 0;
   for (const FileInspection::Step& step : in.trace) {
@@ -220,7 +236,9 @@ void InspectorPanel::refresh() {
   trace_->setText(trace);
   traceTitle_->setVisible(!in.trace.empty());
   trace_->setVisible(!in.trace.empty());
+}
 
+void InspectorPanel::showFields(const FileInspection& in) {
   QString fields = QStringLiteral("<table cellspacing=\"2\">");
   for (const FileInspection::Field& f : in.fields) {
     fields += QStringLiteral(

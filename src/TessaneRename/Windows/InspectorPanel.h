@@ -13,6 +13,8 @@ namespace tessane {
 
 class ClockSyncCard;
 class FolderModel;
+struct FileInspection;
+struct FolderFile;
 class ThumbnailCache;
 
 class InspectorPanel : public QScrollArea {
@@ -31,6 +33,11 @@ class InspectorPanel : public QScrollArea {
 
  private:
   void scheduleRefresh();
+  void showPicture(const FolderFile& file);
+  void showNames(const FileInspection& in);
+  void showProblems(const FileInspection& in);
+  void showTrace(const FileInspection& in);
+  void showFields(const FileInspection& in);
 
   FolderModel& model_;
   ThumbnailCache* thumbnails_;

@@ -151,6 +151,38 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   connect(presets_, &PresetLibrary::errorMessageChanged, this, &MainWindow::showError);
 
   // The list.
+  QHBoxLayout* listBar = makeListBar();
+  makeFileTable();
+  listStack_ = new QStackedWidget;
+  listStack_->addWidget(makeEmptyHint());
+  listStack_->addWidget(fileView_);
+  QWidget* inspectorPane = makeFileViews(listBar);
+
+  // The actions at the foot.
+  QHBoxLayout* foot = makeFoot();
+
+  // The editing above, the files below; the user sets the share of each.
+  setCentralWidget(makeCentral(listBar, foot, inspectorPane));
+
+  counts_ = new QLabel;
+  counts_->setObjectName("counts");
+  progress_ = new QLabel;
+  statusBar()->addWidget(counts_, 1);
+  statusBar()->addPermanentWidget(progress_);
+
+  makeMenus();
+
+  connectModel();
+
+  showFolders();
+  showError();
+  showToast();
+  showCounts();
+  updateCommands();
+  resize(1180, 720);
+}
+
+QHBoxLayout* MainWindow::makeListBar() {
   search_ = new QLineEdit;
   search_->setObjectName("searchField");
   search_->setPlaceholderText(tr("Find a file"));
@@ -188,7 +220,10 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   addFilter(errorFilter, "errorFilter", tr("Show only the files with errors"));
   listBar->addSpacing(6);
   listBar->addWidget(search_);
+  return listBar;
+}
 
+void MainWindow::makeFileTable() {
   fileView_ = new QTableView;
   fileView_->setObjectName("fileList");
   fileView_->setAccessibleName(tr("Files"));
@@ -219,13 +254,9 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   header->resizeSection(FileListModel::body, 56);
   connect(fileView_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::fileSelectionChanged);
+}
 
-  listStack_ = new QStackedWidget;
-  listStack_->addWidget(makeEmptyHint());
-  listStack_->addWidget(fileView_);
-  QWidget* inspectorPane = makeFileViews(listBar);
-
-  // The actions at the foot.
+QHBoxLayout* MainWindow::makeFoot() {
   scope_ = new QComboBox;
   scope_->setObjectName("scope");
   scope_->addItem(tr("All files"));
@@ -264,8 +295,10 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   foot->addWidget(originalsButton_);
   foot->addWidget(undoButton_);
   foot->addWidget(renameButton_);
+  return foot;
+}
 
-  // The editing above, the files below; the user sets the share of each.
+QWidget* MainWindow::makeCentral(QHBoxLayout* listBar, QHBoxLayout* foot, QWidget* inspectorPane) {
   auto* editing = new QWidget;
   auto* editingColumn = new QVBoxLayout(editing);
   editingColumn->setContentsMargins(0, 0, 0, 6);
@@ -302,16 +335,10 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   splitter->addWidget(inspectorPane);
   splitter->setStretchFactor(1, 1);
   splitter->setSizes({180, 720, 280});
-  setCentralWidget(splitter);
+  return splitter;
+}
 
-  counts_ = new QLabel;
-  counts_->setObjectName("counts");
-  progress_ = new QLabel;
-  statusBar()->addWidget(counts_, 1);
-  statusBar()->addPermanentWidget(progress_);
-
-  makeMenus();
-
+void MainWindow::connectModel() {
   connect(&model_, &FolderModel::foldersChanged, this, &MainWindow::showFolders);
   connect(&model_, &FolderModel::selectedFoldersChanged, this, &MainWindow::showFolderSelection);
   connect(&model_, &FolderModel::errorMessageChanged, this, &MainWindow::showError);
@@ -332,13 +359,6 @@ MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& des
   }
   connect(&model_, &FolderModel::scopeChanged, this,
           [this] { scope_->setCurrentIndex(model_.scope() == RenameScope::all ? 0 : 1); });
-
-  showFolders();
-  showError();
-  showToast();
-  showCounts();
-  updateCommands();
-  resize(1180, 720);
 }
 
 QLineEdit* MainWindow::templateField() const {
@@ -602,98 +622,136 @@ void MainWindow::run(CommandID id) {
     updateCommands();
     return;
   }
+  if (!runFileCommand(id) && !runEditCommand(id) && !runRenameCommand(id) && !runChangesCommand(id))
+    runOtherCommand(id);
+  updateCommands();
+}
+
+// The File menu.
+bool MainWindow::runFileCommand(CommandID id) {
   switch (id) {
     case CommandID::addFolder:
       addFolder();
-      break;
+      return true;
     case CommandID::removeFromList:
       removeSelectedFolders();
-      break;
+      return true;
     case CommandID::savePreset:
       changes_->savePreset();
-      break;
+      return true;
     case CommandID::savePresetAs:
       changes_->savePresetAs();
-      break;
+      return true;
     case CommandID::showPresets:
       presets_->showFolder();
-      break;
-    case CommandID::toggleChange:
-      changes_->toggleSelected();
-      break;
-    case CommandID::duplicateChange:
-      changes_->duplicateSelected();
-      break;
-    case CommandID::moveChangeUp:
-    case CommandID::moveChangeDown:
-      changes_->moveSelected(id == CommandID::moveChangeUp ? -1 : 1);
-      break;
-    case CommandID::turnOnAllChanges:
-    case CommandID::turnOffAllChanges:
-      changes_->setAllEnabled(id == CommandID::turnOnAllChanges);
-      break;
-    case CommandID::deleteAllChanges:
-      changes_->deleteAll();
-      break;
-    case CommandID::useNewName:
-      builder_->setUsesNewName(!builder_->builder().usesNewName);
-      break;
-    case CommandID::startFromOriginalName:
-      builder_->setStartsFromOriginal(!commandState().startsFromOriginal);
-      break;
+      return true;
+    default:
+      return false;
+  }
+}
+
+// The Edit menu.
+bool MainWindow::runEditCommand(CommandID id) {
+  switch (id) {
     case CommandID::restorePreviousNames:
       model_.undo();
-      break;
+      return true;
     case CommandID::restoreOriginalNames:
       model_.restoreOriginalNames();
-      break;
+      return true;
     case CommandID::tickAll:
     case CommandID::untickAll:
       tickShown(id == CommandID::tickAll);
-      break;
+      return true;
     case CommandID::findFile:
       search_->setFocus();
       search_->selectAll();
-      break;
+      return true;
+    default:
+      return false;
+  }
+}
+
+// The Rename menu.
+bool MainWindow::runRenameCommand(CommandID id) {
+  switch (id) {
     case CommandID::rename:
       model_.rename();
-      break;
+      return true;
     case CommandID::scopeAll:
       model_.setScope(RenameScope::all);
-      break;
+      return true;
     case CommandID::scopeTicked:
       model_.setScope(RenameScope::selected);
-      break;
+      return true;
     case CommandID::goToFirstError:
       model_.goToFirstError();
-      break;
+      return true;
     case CommandID::keepTwinsTogether: {
       TwinOptions options = model_.twinOptions();
       options.isEnabled = !options.isEnabled;
       model_.setTwinOptions(std::move(options));
-      break;
+      return true;
     }
+    default:
+      return false;
+  }
+}
+
+// The Changes menu.
+bool MainWindow::runChangesCommand(CommandID id) {
+  switch (id) {
+    case CommandID::toggleChange:
+      changes_->toggleSelected();
+      return true;
+    case CommandID::duplicateChange:
+      changes_->duplicateSelected();
+      return true;
+    case CommandID::moveChangeUp:
+    case CommandID::moveChangeDown:
+      changes_->moveSelected(id == CommandID::moveChangeUp ? -1 : 1);
+      return true;
+    case CommandID::turnOnAllChanges:
+    case CommandID::turnOffAllChanges:
+      changes_->setAllEnabled(id == CommandID::turnOnAllChanges);
+      return true;
+    case CommandID::deleteAllChanges:
+      changes_->deleteAll();
+      return true;
+    case CommandID::useNewName:
+      builder_->setUsesNewName(!builder_->builder().usesNewName);
+      return true;
+    case CommandID::startFromOriginalName:
+      builder_->setStartsFromOriginal(!commandState().startsFromOriginal);
+      return true;
+    default:
+      return false;
+  }
+}
+
+// The View, Window, application and Help menus.
+bool MainWindow::runOtherCommand(CommandID id) {
+  switch (id) {
     case CommandID::checkForUpdates:
       if (updater_ != nullptr) updater_->checkNow();
-      break;
+      return true;
     case CommandID::newWindow:
     case CommandID::history:
     case CommandID::settings:
     case CommandID::guide:
     case CommandID::reportProblem:
       emit applicationCommand(id);
-      break;
+      return true;
     case CommandID::toggleInspector:
       inspector_->setVisible(!inspector_->isVisible());
-      break;
+      return true;
     case CommandID::website:
       desktop_.openUrl(QUrl(QString::fromUtf8(
           AppCommands::kWebsite.data(), static_cast<qsizetype>(AppCommands::kWebsite.size()))));
-      break;
+      return true;
     default:
-      break;
+      return false;
   }
-  updateCommands();
 }
 
 void MainWindow::addFolder() {

@@ -80,6 +80,14 @@ class MainWindow : public QMainWindow {
   void dropEvent(QDropEvent* event) override;
 
  private:
+  // The search and the filters above the files.
+  QHBoxLayout* makeListBar();
+  void makeFileTable();
+  // The scope and the Rename and Restore buttons.
+  QHBoxLayout* makeFoot();
+  // The sidebar, the editing above the files, the file panel.
+  QWidget* makeCentral(QHBoxLayout* listBar, QHBoxLayout* foot, QWidget* inspectorPane);
+  void connectModel();
   QWidget* makeSidebar();
   QWidget* makeEmptyHint();
   // The thumbnails, the new-name column, the grid and its switch, the file panel.
@@ -88,6 +96,12 @@ class MainWindow : public QMainWindow {
   QWidget* makeToast();
   void makeMenus();
   void run(CommandID id);
+  // Each carries out the commands of its menu; false for a command of another menu.
+  bool runFileCommand(CommandID id);
+  bool runEditCommand(CommandID id);
+  bool runRenameCommand(CommandID id);
+  bool runChangesCommand(CommandID id);
+  bool runOtherCommand(CommandID id);
   void addFolder();
   void removeSelectedFolders();
   void tickShown(bool ticked);

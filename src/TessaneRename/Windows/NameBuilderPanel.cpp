@@ -48,6 +48,32 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   title->setBuddy(field_->lineEdit());
 
   // Adding a piece: the variables by group, the counter, and the user's own text typed in place.
+  makeNewTextField(makeAddMenu());
+
+  // The way the name is made.
+  QHBoxLayout* ways = makeWays();
+
+  auto* top = new QHBoxLayout;
+  top->setSpacing(8);
+  top->addWidget(title, 0, Qt::AlignTop);
+  top->addWidget(stack_, 1);
+  top->addWidget(newText_, 0, Qt::AlignTop);
+  top->addWidget(add_, 0, Qt::AlignTop);
+  title->setMinimumHeight(field_->lineEdit()->sizeHint().height());
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(6);
+  layout->addLayout(top);
+  layout->addLayout(ways);
+
+  connect(&model_, &FolderModel::rulesChanged, this, &NameBuilderPanel::showRules);
+  builder_ = NameBuilder::of(model_.rules(), separator());
+  byHand_ = builder_.way == NameBuilder::Way::byHand;
+  showBuilder();
+}
+
+// The button and its menu; the "Your Text…" action, which shows the field for the text.
+QAction* NameBuilderPanel::makeAddMenu() {
   add_ = new QPushButton(tr("Add a Piece"));
   add_->setObjectName("addPiece");
   add_->setAccessibleName(tr("Add a piece to the name"));
@@ -68,7 +94,10 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   QAction* counter = menu->addAction(tr("Counter"));
   connect(counter, &QAction::triggered, this, [this] { addPiece(FormatToken::counter()); });
   add_->setMenu(menu);
+  return text;
+}
 
+void NameBuilderPanel::makeNewTextField(QAction* text) {
   newText_ = new QLineEdit;
   newText_->setObjectName("newPieceText");
   newText_->setPlaceholderText(tr("Your text, then Return"));
@@ -100,8 +129,10 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
       newText_->hide();
     }
   });
+}
 
-  // The way the name is made.
+// The separator, "Start from the Original Name", "Write by Hand", "Use the new name".
+QHBoxLayout* NameBuilderPanel::makeWays() {
   auto* separatorLabel = new QLabel(tr("Between pieces:"));
   separator_ = new QComboBox;
   separator_->setObjectName("separator");
@@ -131,14 +162,6 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   usesNewName_->setObjectName("useNewName");
   usesNewName_->setToolTip(tr("Turned off, the names stay as they are and only the changes apply"));
   connect(usesNewName_, &QCheckBox::clicked, this, &NameBuilderPanel::setUsesNewName);
-
-  auto* top = new QHBoxLayout;
-  top->setSpacing(8);
-  top->addWidget(title, 0, Qt::AlignTop);
-  top->addWidget(stack_, 1);
-  top->addWidget(newText_, 0, Qt::AlignTop);
-  top->addWidget(add_, 0, Qt::AlignTop);
-  title->setMinimumHeight(field_->lineEdit()->sizeHint().height());
   auto* ways = new QHBoxLayout;
   ways->setSpacing(8);
   ways->addWidget(usesNewName_);
@@ -148,16 +171,7 @@ NameBuilderPanel::NameBuilderPanel(FolderModel& model, AppContext& app, QWidget*
   ways->addStretch(1);
   ways->addWidget(separatorLabel);
   ways->addWidget(separator_);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(6);
-  layout->addLayout(top);
-  layout->addLayout(ways);
-
-  connect(&model_, &FolderModel::rulesChanged, this, &NameBuilderPanel::showRules);
-  builder_ = NameBuilder::of(model_.rules(), separator());
-  byHand_ = builder_.way == NameBuilder::Way::byHand;
-  showBuilder();
+  return ways;
 }
 
 std::string NameBuilderPanel::separator() const {

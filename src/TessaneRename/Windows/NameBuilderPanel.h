@@ -12,8 +12,10 @@
 
 #include "TessaneRename/NameBuilder.h"
 
+class QAction;
 class QCheckBox;
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -54,6 +56,9 @@ class NameBuilderPanel : public QWidget {
   void changed();
 
  private:
+  QAction* makeAddMenu();
+  void makeNewTextField(QAction* text);
+  QHBoxLayout* makeWays();
   void apply();
   void showRules();
   void showBuilder();
