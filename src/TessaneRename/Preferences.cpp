@@ -116,6 +116,12 @@ std::int64_t Preferences::counterStart() const {
 std::int64_t Preferences::counterDigits() const {
   return integer("counterDigits", Counter{}.padding);
 }
+Counter Preferences::nameCounter() const {
+  Counter counter;
+  counter.start = counterStart();
+  counter.padding = counterDigits();
+  return counter;
+}
 ExtensionCase Preferences::extensionCase() const {
   return extensionCaseFromRawValue(text("extensionCase", "keep")).value_or(ExtensionCase::keep);
 }

@@ -50,6 +50,8 @@ class Preferences {
   std::string nameSeparator() const;
   std::int64_t counterStart() const;
   std::int64_t counterDigits() const;
+  // The counter a new name starts with: the start and digits above.
+  Counter nameCounter() const;
   ExtensionCase extensionCase() const;
   OriginalNames originalNames() const;
   std::optional<BatchOrder> batchOrder() const;  // nullopt: the engine's default order

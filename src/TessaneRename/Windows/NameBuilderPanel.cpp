@@ -274,7 +274,7 @@ void NameBuilderPanel::separatorChanged(const std::string& before) {
 
 void NameBuilderPanel::apply() {
   RuleStack rules = model_.rules();
-  builder_.applyTo(rules, separator());
+  builder_.applyTo(rules, separator(), app_.preferences().nameCounter());
   applying_ = true;
   model_.setRules(std::move(rules));
   applying_ = false;

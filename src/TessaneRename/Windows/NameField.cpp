@@ -78,7 +78,7 @@ void NameField::edited(const QString& text) {
   builder.pattern = text.toStdString();
   builder.usesNewName = !text.isEmpty();
   RuleStack rules = model_.rules();
-  builder.applyTo(rules, separator);
+  builder.applyTo(rules, separator, app_.preferences().nameCounter());
   model_.setRules(std::move(rules));
 }
 

@@ -23,6 +23,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 
 #include "EventLoop.h"
@@ -157,6 +158,20 @@ TEST_F(Window, TypedTemplateShowsNewNamesAndRenameMovesTheFiles) {
   EXPECT_EQ(folderContents(photos_.path()),
             (std::map<std::string, std::string>{{"a.jpg", "a"}, {"b.jpg", "b"}}));
   EXPECT_EQ(child<QLabel>("toastText")->text(), "2 files back to their previous names");
+}
+
+TEST_F(Window, AFirstNameCountsAsTheSettingsSay) {
+  app_->preferences().setCounterStart(7);
+  app_->preferences().setCounterDigits(2);
+  photos_.file("a.jpg", "a");
+  photos_.file("b.jpg", "b");
+  drop({photos_.path()});
+  type("shot_{counter}");
+  ASSERT_TRUE(settled());
+  std::set<QString> names;
+  for (const auto& [current, row] : shownList())
+    names.insert(row.first);
+  EXPECT_EQ(names, (std::set<QString>{"shot_07.jpg", "shot_08.jpg"}));
 }
 
 TEST_F(Window, ProblemsAreShownAndRenameIsRefused) {
