@@ -13,6 +13,7 @@
 #include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppUpdater.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
@@ -23,10 +24,7 @@ using testing::waitFor;
 using Outcome = UpdateCheckResult::Outcome;
 
 void needApplication() {
-  static int argc = 1;
-  static char name[] = "AppUpdaterTest";
-  static char* argv[] = {name, nullptr};
-  if (QCoreApplication::instance() == nullptr) new QCoreApplication(argc, argv);
+  testing::coreApplication();
 }
 
 class AppUpdaterTest : public ::testing::Test {

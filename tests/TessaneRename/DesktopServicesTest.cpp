@@ -14,6 +14,7 @@
 #include "QtPrinting.h"
 #include "TempFolder.h"
 #include "TessaneRename/DesktopServices.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
@@ -125,10 +126,7 @@ class FakeFileManager : public QObject {
 TEST(DesktopServicesTest, FilesAreShownThroughTheFileManagerService) {
   if (QStandardPaths::findExecutable("dbus-daemon").isEmpty())
     GTEST_SKIP() << "dbus-daemon is not installed";
-  static int argc = 1;
-  static char name[] = "DesktopServicesTest";
-  static char* argv[] = {name, nullptr};
-  if (QCoreApplication::instance() == nullptr) new QCoreApplication(argc, argv);
+  testing::coreApplication();
 
   TempFolder dir;
   const QString address = "unix:path=" + QString::fromStdString((dir.path() / "bus").string());

@@ -13,6 +13,7 @@
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/ClockSync.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
@@ -22,11 +23,7 @@ using testing::TempFolder;
 using testing::waitFor;
 
 QCoreApplication& application() {
-  static int argc = 1;
-  static char name[] = "FileInspectionTest";
-  static char* argv[] = {name, nullptr};
-  static QCoreApplication app(argc, argv);
-  return app;
+  return testing::coreApplication();
 }
 
 Rule formatRule(const std::string& templateText) {

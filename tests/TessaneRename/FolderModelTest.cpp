@@ -13,6 +13,7 @@
 #include "FileContents.h"
 #include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
@@ -23,11 +24,7 @@ using testing::TempFolder;
 
 // The event loop the model publishes through.
 QCoreApplication& application() {
-  static int argc = 1;
-  static char name[] = "FolderModelTest";
-  static char* argv[] = {name, nullptr};
-  static QCoreApplication app(argc, argv);
-  return app;
+  return testing::coreApplication();
 }
 
 using testing::waitFor;

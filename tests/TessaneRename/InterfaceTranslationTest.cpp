@@ -12,18 +12,14 @@
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/RuleKind.h"
 #include "TessaneRename/RuleScope.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
 
-class Translation : public testing::Test {
+class Translation : public ::testing::Test {
  protected:
-  void SetUp() override {
-    static int argc = 1;
-    static char name[] = "InterfaceTranslationTest";
-    static char* argv[] = {name, nullptr};
-    if (QCoreApplication::instance() == nullptr) new QCoreApplication(argc, argv);
-  }
+  void SetUp() override { testing::coreApplication(); }
 };
 
 TEST_F(Translation, SystemFollowsTheFirstPreferredLanguageSpokenHere) {

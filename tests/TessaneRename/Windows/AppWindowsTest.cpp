@@ -37,6 +37,7 @@
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/ReportWindow.h"
 #include "TessaneRename/Windows/SettingsWindow.h"
+#include "TessaneRename/Windows/WindowTestApplication.h"
 
 namespace tessane {
 namespace {
@@ -47,14 +48,7 @@ using testing::TempFolder;
 using testing::waitFor;
 
 QApplication& application() {
-  static int argc = 1;
-  static char name[] = "AppWindowsTest";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = [] {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return new QApplication(argc, argv);
-  }();
-  return *app;
+  return testing::offscreenApplication();
 }
 
 class Windows : public ::testing::Test {

@@ -39,6 +39,7 @@
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/NameBuilderPanel.h"
 #include "TessaneRename/Windows/NameField.h"
+#include "TessaneRename/Windows/WindowTestApplication.h"
 
 namespace tessane {
 namespace {
@@ -48,14 +49,7 @@ using testing::TempFolder;
 using testing::waitFor;
 
 void startApplication() {
-  static int argc = 1;
-  static char name[] = "BuilderAndChangesTest";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = [] {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return new QApplication(argc, argv);
-  }();
-  (void)app;
+  testing::offscreenApplication();
 }
 
 // The first action of `menu` (or of its submenus) with this text.

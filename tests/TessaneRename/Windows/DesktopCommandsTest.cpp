@@ -17,6 +17,7 @@
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/UpdateNotice.h"
+#include "TessaneRename/Windows/WindowTestApplication.h"
 
 namespace tessane {
 namespace {
@@ -27,13 +28,7 @@ using testing::TempFolder;
 using testing::waitFor;
 
 void needApplication() {
-  static int argc = 1;
-  static char name[] = "DesktopCommandsTest";
-  static char* argv[] = {name, nullptr};
-  if (QCoreApplication::instance() == nullptr) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    new QApplication(argc, argv);
-  }
+  testing::offscreenApplication();
 }
 
 QMessageBox* updateNotice() {

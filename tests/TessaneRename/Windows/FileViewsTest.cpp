@@ -41,6 +41,7 @@
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/ThumbnailCache.h"
 #include "TessaneRename/Windows/ThumbnailLoader.h"
+#include "TessaneRename/Windows/WindowTestApplication.h"
 
 namespace tessane {
 namespace {
@@ -50,14 +51,7 @@ using testing::TempFolder;
 using testing::waitFor;
 
 QApplication& application() {
-  static int argc = 1;
-  static char name[] = "FileViewsTest";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = [] {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return new QApplication(argc, argv);
-  }();
-  return *app;
+  return testing::offscreenApplication();
 }
 
 // A photo whose picture is only its embedded preview: the main image is not decodable, so a

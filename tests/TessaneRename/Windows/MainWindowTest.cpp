@@ -33,6 +33,7 @@
 #include "TessaneRename/FakeDesktopServices.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Windows/FileListModel.h"
+#include "TessaneRename/Windows/WindowTestApplication.h"
 
 namespace tessane {
 namespace {
@@ -42,14 +43,7 @@ using testing::folderContents;
 using testing::TempFolder;
 
 QApplication& application() {
-  static int argc = 1;
-  static char name[] = "MainWindowTest";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = [] {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return new QApplication(argc, argv);
-  }();
-  return *app;
+  return testing::offscreenApplication();
 }
 
 using testing::waitFor;
