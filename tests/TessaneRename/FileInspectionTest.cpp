@@ -42,10 +42,7 @@ class Inspection : public ::testing::Test {
  protected:
   Inspection() {
     application();
-    app_ = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home_.path() / "data");
+    app_ = testing::contextIn(home_.path());
     model_ = std::make_unique<FolderModel>(*app_);
   }
 

@@ -55,10 +55,7 @@ class Windows : public ::testing::Test {
  protected:
   Windows() {
     application();
-    app_ = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home_.path() / "data");
+    app_ = testing::contextIn(home_.path());
     reporter_ = std::make_unique<BetaReporter>(home_.path() / "beta", QStringLiteral("0.1.0"),
                                                desktop_, home_.path());
     windows_ = std::make_unique<AppWindows>(*app_, desktop_, *reporter_, false);

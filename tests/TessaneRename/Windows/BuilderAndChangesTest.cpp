@@ -66,10 +66,7 @@ class BuilderAndChanges : public ::testing::Test {
  protected:
   BuilderAndChanges() {
     startApplication();
-    app_ = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home_.path() / "data");
+    app_ = testing::contextIn(home_.path());
     model_ = std::make_unique<FolderModel>(*app_);
     window_ = std::make_unique<MainWindow>(*model_, *app_, desktop_);
     window_->show();

@@ -42,10 +42,7 @@ class DesktopCommands : public ::testing::Test {
  protected:
   DesktopCommands() {
     needApplication();
-    app = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home.path() / "data");
+    app = testing::contextIn(home.path());
     model = std::make_unique<FolderModel>(*app);
     window = std::make_unique<MainWindow>(*model, *app, desktop);
     window->show();

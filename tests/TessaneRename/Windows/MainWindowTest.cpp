@@ -52,10 +52,7 @@ class Window : public ::testing::Test {
  protected:
   Window() {
     application();
-    app_ = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home_.path() / "data");
+    app_ = testing::contextIn(home_.path());
     model_ = std::make_unique<FolderModel>(*app_);
     model_->setRevealer(
         [this](const std::vector<fs::path>& files) { desktop_.revealFiles(files); });

@@ -25,6 +25,7 @@
 #include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/FakeDesktopServices.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/TestApplication.h"
 #include "TessaneRename/Windows/AppWindows.h"
 #include "TessaneRename/Windows/Appearance.h"
 #include "TessaneRename/Windows/GuideWindow.h"
@@ -73,10 +74,7 @@ class Screenshots : public ::testing::Test {
  protected:
   Screenshots() {
     application();
-    app_ = std::make_unique<AppContext>(
-        std::make_unique<QSettings>(QString::fromStdString((home_.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home_.path() / "data");
+    app_ = testing::contextIn(home_.path());
     storeLanguage(app_->settings(),
                   appLanguageFromRawValue(language().toStdString()).value_or(AppLanguage::system));
     reporter_ = std::make_unique<BetaReporter>(home_.path() / "beta", QStringLiteral("0.1.0"),

@@ -4,6 +4,8 @@
 
 #include <QApplication>
 
+#include "TessaneRename/TestApplication.h"
+
 namespace tessane::testing {
 
 inline QApplication& offscreenApplication() {
