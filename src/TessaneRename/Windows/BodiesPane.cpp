@@ -75,10 +75,9 @@ void BodiesPane::makeTable() {
   QHeaderView* header = table_->horizontalHeader();
   header->setSectionResizeMode(key, QHeaderView::Stretch);
   header->setSectionResizeMode(tag, QHeaderView::Interactive);
-  header->setSectionResizeMode(offset, QHeaderView::Interactive);
-  header->resizeSection(tag, header->fontMetrics().horizontalAdvance(QStringLiteral("M")) * 9);
-  header->resizeSection(offset,
-                        header->fontMetrics().horizontalAdvance(QStringLiteral("+00:00:00")) + 40);
+  // Tag and offset as wide as their titles (longer in some languages) or their values.
+  header->setSectionResizeMode(tag, QHeaderView::ResizeToContents);
+  header->setSectionResizeMode(offset, QHeaderView::ResizeToContents);
   connect(table_, &QTableWidget::itemChanged, this, &BodiesPane::itemChanged);
 }
 

@@ -248,9 +248,11 @@ void MainWindow::makeFileTable() {
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::Interactive);
   header->setStretchLastSection(true);  // the status, whose messages are the longest
-  header->resizeSection(FileListModel::currentName, 170);
+  header->resizeSection(FileListModel::currentName, 160);
   header->resizeSection(FileListModel::newName, 220);
-  header->resizeSection(FileListModel::date, 130);
+  header->resizeSection(
+      FileListModel::date,
+      header->fontMetrics().horizontalAdvance(QStringLiteral("00 May 0000 00:00:00")) + 16);
   header->resizeSection(FileListModel::body, 56);
   connect(fileView_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::fileSelectionChanged);
