@@ -902,10 +902,6 @@
         <translation>Nella cartella c’è già un file chiamato %1. Rinominalo o spostalo e riprova.</translation>
     </message>
     <message>
-        <source>Couldn’t rename %1. It may be in use by another app: close it and try again.</source>
-        <translation>Impossibile rinominare %1. Forse è in uso da parte di un’altra app: chiudila e riprova.</translation>
-    </message>
-    <message>
         <source>That rename is no longer in the history.</source>
         <translation>Quella rinomina non è più nella cronologia.</translation>
     </message>
@@ -1116,6 +1112,54 @@
     <message>
         <source>the update information can’t be read</source>
         <translation>le informazioni sull’aggiornamento non sono leggibili</translation>
+    </message>
+    <message>
+        <source>the disk is read-only (a memory card’s lock switch, or a disk mounted read-only)</source>
+        <translation>il disco è di sola lettura (la levetta di blocco di una scheda di memoria, o un disco montato in sola lettura)</translation>
+    </message>
+    <message>
+        <source>you don’t have permission to change names in this folder</source>
+        <translation>non hai il permesso di cambiare i nomi in questa cartella</translation>
+    </message>
+    <message>
+        <source>the file is locked against changes (immutable, or owned by another user)</source>
+        <translation>il file è bloccato contro le modifiche (immutabile, o di un altro utente)</translation>
+    </message>
+    <message>
+        <source>the disk is full</source>
+        <translation>il disco è pieno</translation>
+    </message>
+    <message>
+        <source>the new name is too long for this disk</source>
+        <translation>il nuovo nome è troppo lungo per questo disco</translation>
+    </message>
+    <message>
+        <source>Can’t be renamed: %1</source>
+        <translation>Non si può rinominare: %1</translation>
+    </message>
+    <message>
+        <source>Couldn’t rename %1: %2. Nothing was changed.</source>
+        <translation>Impossibile rinominare %1: %2. Non è stato cambiato nulla.</translation>
+    </message>
+    <message>
+        <source>The shooting data is still being read: Rename waits until every date is in.</source>
+        <translation>I dati di scatto sono ancora in lettura: Rinomina attende che ogni data sia pronta.</translation>
+    </message>
+    <message>
+        <source>Rename 1 file</source>
+        <translation>Rinomina 1 file</translation>
+    </message>
+    <message>
+        <source>Rename %1 files</source>
+        <translation>Rinomina %1 file</translation>
+    </message>
+    <message>
+        <source>1 shot leaves a file out of the batch</source>
+        <translation>1 scatto lascia un file fuori dal gruppo</translation>
+    </message>
+    <message>
+        <source>%1 shots leave files out of the batch</source>
+        <translation>%1 scatti lasciano file fuori dal gruppo</translation>
     </message>
 </context>
 <context>
@@ -1867,6 +1911,14 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Status</source>
         <translation>Stato</translation>
     </message>
+    <message>
+        <source>Not ticked: left as it is</source>
+        <translation>Non spuntato: resta com’è</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Cartella</translation>
+    </message>
 </context>
 <context>
     <name>tessane::GuideWindow</name>
@@ -2187,16 +2239,8 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <translation>Rimetti i nomi che i file avevano prima dell’ultima rinomina (%1)</translation>
     </message>
     <message>
-        <source>Rename the files (%1)</source>
-        <translation>Rinomina i file (%1)</translation>
-    </message>
-    <message>
         <source>Rename:</source>
         <translation>Rinomina:</translation>
-    </message>
-    <message>
-        <source>Reading shooting data… %1 of %2</source>
-        <translation>Lettura dei dati di scatto… %1 di %2</translation>
     </message>
     <message>
         <source>Folders</source>
@@ -2321,6 +2365,18 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Show as a grid</source>
         <translation>Mostra come griglia</translation>
+    </message>
+    <message>
+        <source>Tick the Whole Shots</source>
+        <translation>Spunta gli scatti interi</translation>
+    </message>
+    <message>
+        <source>Reading shooting data… %1 of %2 (Rename waits for it)</source>
+        <translation>Lettura dei dati di scatto… %1 di %2 (Rinomina attende)</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
     </message>
 </context>
 <context>

@@ -20,7 +20,8 @@ class NameError {
     empty,
     startsWithDot,
     invalidCharacters,
-    duplicateInBatch
+    duplicateInBatch,
+    refused
   };
 
   static NameError tooLong(std::int64_t utf8Bytes) {
@@ -33,9 +34,13 @@ class NameError {
   static NameError startsWithDot() { return NameError(Case::startsWithDot, 0, {}); }
   static NameError invalidCharacters() { return NameError(Case::invalidCharacters, 0, {}); }
   static NameError duplicateInBatch() { return NameError(Case::duplicateInBatch, 0, {}); }
+  // The system won't let the file take a new name (a read-only disk, a folder the user may not
+  // write to, a locked file): `code` is what it would answer, an errno value.
+  static NameError refused(int code) { return NameError(Case::refused, code, {}); }
 
   Case kind() const noexcept { return case_; }
-  std::int64_t length() const noexcept { return length_; }    // tooLong: the UTF-8 byte count
+  std::int64_t length() const noexcept { return length_; }  // tooLong: the UTF-8 byte count
+  int systemCode() const noexcept { return static_cast<int>(length_); }  // refused: the errno
   const std::string& name() const noexcept { return name_; }  // existingFile: the name taken
 
   friend bool operator==(const NameError&, const NameError&) = default;

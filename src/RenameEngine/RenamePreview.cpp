@@ -141,6 +141,9 @@ struct PreparedBatch::Data {
   std::vector<TwinGroup> groups;
   std::vector<std::size_t> rowOf;
   std::vector<bool> listed;
+  // Per folder, and per file where a folder named some: why the system would refuse a new name.
+  std::vector<int> refusal;
+  std::vector<int> fileRefusal;
   // Per folder: the keys of the names held by entries outside the batch (viewed in `store`).
   std::vector<std::vector<std::string>> outsideStore;
   std::vector<KeyViews> outside;
@@ -191,10 +194,21 @@ void findNamesOutside(PreparedBatch::Data& d, const FolderMap& requestFolders) {
   const std::vector<RenameSubject>& subjects = *d.subjects;
   const std::size_t folderCount = d.folders.size();
   d.listed.assign(folderCount, false);
+  d.refusal.assign(folderCount, 0);
   std::vector<KeyViews> listedNames(folderCount);
   for (std::size_t f = 0; f < folderCount; ++f) {
     const auto it = requestFolders.find(d.folders.path(f));
-    if (it == requestFolders.end() || !it->second.listed) continue;
+    if (it == requestFolders.end()) continue;
+    d.refusal[f] = it->second.refusal;
+    if (!it->second.refusedFiles.empty()) {
+      d.fileRefusal.resize(subjects.size(), 0);
+      for (std::size_t i = 0; i < subjects.size(); ++i) {
+        if (d.folderOf[i] != f) continue;
+        const auto refused = it->second.refusedFiles.find(subjects[i].name);
+        if (refused != it->second.refusedFiles.end()) d.fileRefusal[i] = refused->second;
+      }
+    }
+    if (!it->second.listed) continue;
     d.listed[f] = true;
     listedNames[f].reserve(it->second.names.size());
     for (const std::string& name : it->second.names)
@@ -432,6 +446,11 @@ void checkRow(const Data& d, PlannedRename& row, const std::string& newKey, bool
   const std::string newFull = row.newName.fullName();
   row.changes = newFull != d.current[row.subjectIndex].fullName();
   if (row.changes) row.errors = NameCheck::problems(row.newName.base, row.newName.ext);
+  if (row.changes) {
+    int refusal = d.refusal[f];
+    if (refusal == 0 && !d.fileRefusal.empty()) refusal = d.fileRefusal[row.subjectIndex];
+    if (refusal != 0) row.errors.push_back(NameError::refused(refusal));
+  }
   if (duplicate) row.errors.push_back(NameError::duplicateInBatch());
   if (row.changes && d.outside[f].count(newKey) > 0) {
     row.errors.push_back(NameError::existingFile(newFull));

@@ -63,6 +63,10 @@ struct FolderContents {
   bool listed = true;              // false: its names could not be read
   std::vector<std::string> names;  // every entry's name, as FolderListing::names gives them
   std::vector<std::string> files;  // its regular files' names, for twins outside the batch
+  // Why names can't change here, as an errno value (EROFS, EACCES); 0 when they may. And the
+  // files that can't take a new name in a folder where others can (by name, with the reason).
+  int refusal = 0;
+  std::unordered_map<std::string, int> refusedFiles;
 };
 
 struct PreviewRequest {

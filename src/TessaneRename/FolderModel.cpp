@@ -15,6 +15,8 @@
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/FolderListing.h"
 #include "RenameIO/LinuxFileRenaming.h"
+#include "RenameIO/OriginalName.h"
+#include "RenameIO/RenameAccess.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/RenamePlan.h"
 #include "TessaneRename/SessionMemory.h"
@@ -163,7 +165,7 @@ void FolderModel::resumeSession() {
   const SessionMemory::Session session =
       SessionMemory(app_.settings()).restore(app_.preferences().resumesSession());
   if (session.stack) setRules(*session.stack);
-  if (!session.folders.empty()) open(session.folders);
+  if (!session.folders.empty()) open(session.folders, &session.selected);
 }
 
 void FolderModel::showRecovery(const RecoveryReport& report) {
@@ -171,6 +173,12 @@ void FolderModel::showRecovery(const RecoveryReport& report) {
 }
 
 void FolderModel::open(const std::vector<fs::path>& urls) {
+  open(urls, nullptr);
+}
+
+// `selectOnly`: the folders to select among those opened (the last session's selection); every
+// opened folder when it is null or names none of them.
+void FolderModel::open(const std::vector<fs::path>& urls, const std::set<fs::path>* selectOnly) {
   std::vector<fs::path> newFolders;
   std::vector<fs::path> dropped;
   std::set<fs::path> seen;
@@ -217,7 +225,15 @@ void FolderModel::open(const std::vector<fs::path>& urls) {
     emit foldersChanged();
     saveSession();
   }
-  folder_ = dropped.empty() ? newFolders.front() : dropped.front().parent_path();
+  if (selectOnly != nullptr) {
+    std::set<fs::path> wanted;
+    for (const fs::path& f : *selectOnly) {
+      if (select.count(normalised(f)) > 0) wanted.insert(normalised(f));
+    }
+    if (!wanted.empty()) select = std::move(wanted);
+  }
+  folder_ = dropped.empty() ? *select.begin() : dropped.front().parent_path();
+  if (dropped.empty() && select.count(newFolders.front()) > 0) folder_ = newFolders.front();
   emit folderChanged();
   selectFolders(select);
 }
@@ -247,6 +263,7 @@ void FolderModel::selectFolders(const std::set<fs::path>& wanted) {
     shownFolders_.push_back(f);
   }
   emit selectedFoldersChanged();
+  saveSession();
   listFolders(false);
 }
 
@@ -261,6 +278,7 @@ std::string FolderModel::selectionTitle() const {
 void FolderModel::listFolders(bool again) {
   auto listing = std::make_shared<Listing>();
   listing->generation = ++listingGeneration_;
+  listingUnderWay_ = true;
   std::vector<fs::path> toList;
   for (const fs::path& f : shownFolders_) {
     if (again || folderContents_.count(f) == 0) toList.push_back(f);
@@ -310,6 +328,9 @@ void FolderModel::listFolders(bool again) {
         parsed.push_back(file.name);
         one.files.push_back(std::move(file));
       }
+      one.contents.refusal = RenameAccess::ofFolder(folder);
+      if (one.contents.refusal == 0)
+        one.contents.refusedFiles = RenameAccess::ofFiles(folder, one.contents.files);
       std::vector<std::size_t> order(one.files.size());
       for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
@@ -332,6 +353,7 @@ void FolderModel::listFolders(bool again) {
 
 void FolderModel::showListing(std::shared_ptr<Listing> listing) {
   if (listing->generation != listingGeneration_) return;
+  listingUnderWay_ = false;
   // The names of the folders not listed again carry over; a long listing is not copied.
   std::shared_ptr<std::unordered_map<std::string, FolderContents>> names;
   if (!listing->folders.empty()) {
@@ -378,24 +400,24 @@ void FolderModel::showListing(std::shared_ptr<Listing> listing) {
     }
     files = std::move(together);
   }
-  // Ticks waiting for their files.
+  retire(std::exchange(files_, std::move(files)));
+  // Ticks waiting for their files, which bring their twins.
   if (!pendingTicks_.empty()) {
-    bool ticked = false;
-    for (const FolderFile& f : *files) {
-      if (pendingTicks_.erase(f.url) > 0) {
-        checked_.insert(f.url);
-        ticked = true;
-      }
+    std::vector<fs::path> arrived;
+    for (const FolderFile& f : *files_) {
+      if (pendingTicks_.erase(f.url) > 0) arrived.push_back(f.url);
     }
-    if (ticked) {
+    if (!arrived.empty()) {
       emit pendingTicksChanged();
+      for (const fs::path& f : withTwins(arrived))
+        checked_.insert(f);
       emit checkedChanged();
     }
   }
-  retire(std::exchange(files_, std::move(files)));
   emit filesChanged();
   startMetadata();
   schedulePreview();
+  if (std::exchange(restoreWaitsForListing_, false)) restoreOriginalNames();
 }
 
 // ---- Metadata ----
@@ -405,6 +427,7 @@ void FolderModel::startMetadata() {
   metadataStop_ = std::stop_source();
   const std::uint64_t generation = ++metadataGeneration_;
   const std::shared_ptr<const std::vector<FolderFile>> snapshot = files_;
+  setReading(!snapshot->empty());
   if (snapshot->empty()) return;
   auto bodies = std::make_shared<CameraBodies>(app_.bodies().bodies());
   const TwinOptions twins = twinOptions_;
@@ -454,6 +477,7 @@ void FolderModel::startMetadata() {
         [this, generation, snapshot, read] {
           if (generation != metadataGeneration_ || files_ != snapshot) return;
           retire(std::exchange(files_, read));
+          setReading(false);
           emit filesChanged();
           schedulePreview();
         },
@@ -534,6 +558,12 @@ void FolderModel::publishPreview(std::shared_ptr<Built> built) {
   counts_ = built->counts;
   std::swap(previewMissingText_, built->missingText);
   retire(std::move(built));  // what was shown before
+  scopeInfo_.ownWarnings.resize(preview_->items.size());
+  for (std::size_t r = 0; r < preview_->items.size(); ++r) {
+    scopeInfo_.ownWarnings[r] =
+        static_cast<std::uint8_t>(std::min<std::size_t>(preview_->items[r].warnings.size(), 255));
+  }
+  updateScope();
   emit previewChanged();
 }
 
@@ -570,14 +600,70 @@ void FolderModel::settingsChanged() {
 // ---- Ticks, scope, selection ----
 
 void FolderModel::setTicked(const fs::path& file, bool ticked) {
-  const bool changed = ticked ? checked_.insert(file).second : checked_.erase(file) > 0;
-  if (changed) emit checkedChanged();
+  setTicked(std::vector<fs::path>{file}, ticked);
+}
+
+void FolderModel::setTicked(const std::vector<fs::path>& files, bool ticked) {
+  bool changed = false;
+  for (const fs::path& f : withTwins(files))
+    changed |= ticked ? checked_.insert(f).second : checked_.erase(f) > 0;
+  if (!changed) return;
+  updateScope();
+  emit checkedChanged();
+}
+
+void FolderModel::tickWholeShots() {
+  setTicked(std::vector<fs::path>(checked_.begin(), checked_.end()), true);
+}
+
+// The files with the other files of their shots, each once.
+std::vector<fs::path> FolderModel::withTwins(const std::vector<fs::path>& files) const {
+  // The shots of more than one file, by their primary's path.
+  std::unordered_map<std::string, std::vector<const FolderFile*>> shots;
+  for (const FolderFile& f : *files_) {
+    if (f.primaryURL != f.url) shots.try_emplace(f.primaryURL.native());
+  }
+  std::unordered_map<std::string, const std::string*> shotOf;
+  if (!shots.empty()) {
+    for (const FolderFile& f : *files_) {
+      const auto shot = shots.find(f.primaryURL.native());
+      if (shot == shots.end()) continue;
+      shot->second.push_back(&f);
+      shotOf.emplace(f.url.native(), &shot->first);
+    }
+  }
+  std::vector<fs::path> out;
+  std::set<std::string> seen;
+  for (const fs::path& given : files) {
+    const auto shot = shotOf.find(given.native());
+    if (shot == shotOf.end()) {
+      if (seen.insert(given.native()).second) out.push_back(given);
+      continue;
+    }
+    for (const FolderFile* member : shots.at(*shot->second)) {
+      if (seen.insert(member->url.native()).second) out.push_back(member->url);
+    }
+  }
+  return out;
 }
 
 void FolderModel::setScope(RenameScope scope) {
   if (scope_ == scope) return;
   scope_ = scope;
+  updateScope();
   emit scopeChanged();
+}
+
+void FolderModel::setFilter(ListFilter filter) {
+  filter_ = std::move(filter);
+  updateScope();
+  emit filterChanged();
+}
+
+void FolderModel::setReading(bool reading) {
+  if (isReading_ == reading) return;
+  isReading_ = reading;
+  emit isReadingChanged();
 }
 
 void FolderModel::setSelection(std::set<fs::path> selection) {
@@ -632,22 +718,123 @@ std::vector<const FolderFile*> FolderModel::visibleFiles(const ListFilter& filte
   return out;
 }
 
-std::vector<bool> FolderModel::scopeFlags(const std::vector<fs::path>& paths) const {
-  std::vector<bool> flags(paths.size(), true);
+namespace {
+
+bool filtersNothing(const ListFilter& f) {
+  return f.kinds.empty() && f.bodyTags.empty() && f.statuses.empty() && f.search.empty();
+}
+
+PreviewStatus statusOf(const PlannedRename& row) {
+  if (!row.errors.empty()) return PreviewStatus::error;
+  if (!row.warnings.empty()) return PreviewStatus::warning;
+  return row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
+}
+
+}  // namespace
+
+// Per file of `files`: whether it is in the scope. Under "all" a shot is in when any of its files
+// is shown, so that a filter never splits one.
+std::vector<bool> FolderModel::scopeOf(const std::vector<FolderFile>& files) const {
+  std::vector<bool> flags(files.size(), true);
   if (scope_ == RenameScope::selected) {
-    for (std::size_t i = 0; i < paths.size(); ++i)
-      flags[i] = checked_.count(paths[i]) > 0;
+    for (std::size_t i = 0; i < files.size(); ++i)
+      flags[i] = checked_.count(files[i].url) > 0;
+    return flags;
   }
+  if (filtersNothing(filter_)) return flags;
+  std::set<std::string> shownShots;
+  for (const FolderFile* f : visibleFiles(filter_))
+    shownShots.insert(f->primaryURL.native());
+  for (std::size_t i = 0; i < files.size(); ++i)
+    flags[i] = shownShots.count(files[i].primaryURL.native()) > 0;
   return flags;
 }
 
-bool FolderModel::canRename() const {
-  if (!preview_ || isRenaming_ || preview_->hasErrors()) return false;
-  const std::vector<bool> flags = scopeFlags(prepared_->subjectPaths);
-  for (std::size_t r : preview_->changedFiles) {
-    if (flags[preview_->items[r].subjectIndex]) return true;
+void FolderModel::updateScope() {
+  ScopeInfo& info = scopeInfo_;
+  info.changed = 0;
+  info.split = 0;
+  if (!preview_ || !prepared_) {
+    info.subjectInScope.clear();
+    return;
   }
-  return false;
+  const std::vector<FolderFile>& files = *previewSources_;
+  if (scope_ == RenameScope::all && filtersNothing(filter_)) {
+    // Every file is in: no shot can be split.
+    info.subjectInScope.assign(prepared_->subjectPaths.size(), true);
+    for (std::size_t r = 0; r < preview_->items.size(); ++r) {
+      PlannedRename& row = preview_->items[r];
+      if (row.warnings.size() > info.ownWarnings[r]) {
+        row.warnings.resize(info.ownWarnings[r]);
+        row.status = statusOf(row);
+        if (row.status != PreviewStatus::warning) --counts_.warnings;
+      }
+      if (row.changes) ++info.changed;
+    }
+    return;
+  }
+  const std::vector<bool> fileFlags = scopeOf(files);
+  info.subjectInScope.assign(prepared_->subjectPaths.size(), false);
+  // Subjects are the files whose names are text, in the files' order.
+  std::vector<const FolderFile*> fileOfSubject(prepared_->subjectPaths.size(), nullptr);
+  std::unordered_map<std::string, std::vector<std::size_t>> shots;  // subjects by primary
+  for (std::size_t i = 0, s = 0; i < files.size() && s < fileOfSubject.size(); ++i) {
+    if (!files[i].nameIsText) continue;
+    fileOfSubject[s] = &files[i];
+    info.subjectInScope[s] = fileFlags[i];
+    if (files[i].primaryURL != files[i].url) shots.try_emplace(files[i].primaryURL.native());
+    ++s;
+  }
+  if (!shots.empty()) {
+    for (std::size_t s = 0; s < fileOfSubject.size(); ++s) {
+      const auto shot = shots.find(fileOfSubject[s]->primaryURL.native());
+      if (shot != shots.end()) shot->second.push_back(s);
+    }
+  }
+  std::set<std::string> splitShots;
+  FileCounts& counts = counts_;
+  counts.warnings = 0;
+  counts.errors = 0;
+  for (std::size_t r = 0; r < preview_->items.size(); ++r) {
+    PlannedRename& row = preview_->items[r];
+    if (row.warnings.size() > info.ownWarnings[r]) {
+      row.warnings.resize(info.ownWarnings[r]);
+      row.status = statusOf(row);
+    }
+    const std::size_t s = row.subjectIndex;
+    if (info.subjectInScope[s] && row.changes) {
+      ++info.changed;
+      const auto shot = shots.find(fileOfSubject[s]->primaryURL.native());
+      if (shot != shots.end()) {
+        std::vector<std::string> outside;
+        for (std::size_t m : shot->second) {
+          if (!info.subjectInScope[m]) outside.push_back(fileOfSubject[m]->name.fullName());
+        }
+        if (!outside.empty()) {
+          splitShots.insert(shot->first);
+          row.warnings.push_back(
+              PreviewWarning{PreviewWarning::Kind::incompleteTwins, {}, std::move(outside)});
+          row.status = statusOf(row);
+        }
+      }
+    }
+    if (row.status == PreviewStatus::error) ++counts.errors;
+    if (row.status == PreviewStatus::warning) ++counts.warnings;
+  }
+  info.split = static_cast<std::int64_t>(splitShots.size());
+}
+
+bool FolderModel::isInScope(const fs::path& file) const {
+  if (!prepared_) return false;
+  const auto it = prepared_->rowOfFile.find(file.native());
+  if (it == prepared_->rowOfFile.end() || !preview_) return false;
+  const std::size_t s = preview_->items[it->second].subjectIndex;
+  return s < scopeInfo_.subjectInScope.size() && scopeInfo_.subjectInScope[s];
+}
+
+bool FolderModel::canRename() const {
+  if (!preview_ || isRenaming_ || isReading_ || preview_->hasErrors()) return false;
+  return previewSources_ == files_ && scopeInfo_.changed > 0;
 }
 
 // ---- Batches ----
@@ -657,12 +844,16 @@ void FolderModel::rename() {
     setError(Messages::nothingToRename());
     return;
   }
+  if (isReading_ || previewSources_ != files_) {
+    setError(Messages::stillReading());
+    return;
+  }
   if (preview_->hasErrors()) {
     setError(Messages::fixErrorsFirst());
     return;
   }
-  const std::vector<bool> flags = scopeFlags(prepared_->subjectPaths);
-  std::vector<FileMove> moves = movesOf(*preview_, prepared_->subjectPaths, &flags);
+  std::vector<FileMove> moves =
+      movesOf(*preview_, prepared_->subjectPaths, &scopeInfo_.subjectInScope);
   if (moves.empty()) {
     setError(Messages::nothingToRename());
     return;
@@ -705,27 +896,47 @@ void FolderModel::revert(const Uuid& id) {
            *found);
 }
 
+// The names are read from the files now, not taken from the last read, which may be under way or
+// older than the last rename.
 void FolderModel::restoreOriginalNames() {
   if (isRenaming_) {
     setError(Messages::nothingToRename());
     return;
   }
-  std::vector<fs::path> paths;
-  for (const FolderFile& f : *files_)
-    paths.push_back(f.url);
-  const std::vector<bool> flags = scopeFlags(paths);
-  std::vector<FileMove> moves;
-  for (std::size_t i = 0; i < files_->size(); ++i) {
-    const FolderFile& f = (*files_)[i];
-    if (!flags[i] || !f.originalName || *f.originalName == f.name.fullName()) continue;
-    moves.push_back(FileMove{f.url, f.url.parent_path() / *f.originalName});
-  }
-  if (moves.empty()) {
-    setError(Messages::alreadyOriginalNames());
+  if (listingUnderWay_) {  // the files' names are changing (a batch just ended): their new ones
+    restoreWaitsForListing_ = true;
     return;
   }
-  runBatch(std::move(moves), RenameHistory::Kind::restoreOriginals, Toast::After::originalNames,
-           std::nullopt);
+  const std::vector<bool> flags = scopeOf(*files_);
+  auto files = std::make_shared<std::vector<std::pair<fs::path, std::string>>>();
+  for (std::size_t i = 0; i < files_->size(); ++i) {
+    const FolderFile& f = (*files_)[i];
+    if (flags[i] && f.nameIsText) files->emplace_back(f.url, f.name.fullName());
+  }
+  setError(std::nullopt);
+  isRenaming_ = true;
+  emit isRenamingChanged();
+  startTask([this, files] {
+    auto moves = std::make_shared<std::vector<FileMove>>();
+    for (const auto& [path, name] : *files) {
+      const std::optional<std::string> original = OriginalName::read(path);
+      if (original && *original != name)
+        moves->push_back(FileMove{path, path.parent_path() / *original});
+    }
+    QMetaObject::invokeMethod(
+        this,
+        [this, moves] {
+          if (moves->empty()) {
+            isRenaming_ = false;
+            emit isRenamingChanged();
+            setError(Messages::alreadyOriginalNames());
+            return;
+          }
+          runBatch(std::move(*moves), RenameHistory::Kind::restoreOriginals,
+                   Toast::After::originalNames, std::nullopt);
+        },
+        Qt::QueuedConnection);
+  });
 }
 
 void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind,
@@ -767,6 +978,26 @@ void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind
   });
 }
 
+// Ticks and the selected rows stay on the files they were on, under their new names.
+void FolderModel::followMoves(const std::vector<FileMove>& moves) {
+  if (checked_.empty() && selection_.empty()) return;
+  std::unordered_map<std::string, const fs::path*> moved;
+  for (const FileMove& m : moves)
+    moved.emplace(m.source.native(), &m.destination);
+  const auto follow = [&moved](std::set<fs::path>& paths) {
+    std::set<fs::path> out;
+    for (const fs::path& p : paths) {
+      const auto it = moved.find(p.native());
+      out.insert(it == moved.end() ? p : *it->second);
+    }
+    if (out == paths) return false;
+    paths = std::move(out);
+    return true;
+  };
+  if (follow(checked_)) emit checkedChanged();
+  if (follow(selection_)) emit selectionChanged();
+}
+
 void FolderModel::finishBatch(std::shared_ptr<BatchJob> job) {
   isRenaming_ = false;
   emit isRenamingChanged();
@@ -774,6 +1005,7 @@ void FolderModel::finishBatch(std::shared_ptr<BatchJob> job) {
   Toast toast;
   toast.after = job->after;
   if (outcome) {
+    followMoves(outcome.value().batch.moves);
     const std::int64_t count = static_cast<std::int64_t>(outcome.value().batch.moves.size());
     toast.outcome = count > 0 ? RenameOutcome::renamed : RenameOutcome::nothingChanged;
     toast.count = count;
@@ -869,7 +1101,7 @@ std::shared_ptr<FolderModel::Prepared> FolderModel::prepare(
 // ---- Session ----
 
 void FolderModel::saveSession() {
-  SessionMemory(app_.settings()).save(folders_, rules_);
+  SessionMemory(app_.settings()).save(folders_, rules_, selectedFolders_);
 }
 
 }  // namespace tessane

@@ -104,11 +104,16 @@ class FolderModel : public QObject {
   RenameScope scope() const { return scope_; }
   const std::set<std::filesystem::path>& selection() const { return selection_; }
   const std::set<std::filesystem::path>& checked() const { return checked_; }
+  // The window's filter: with the scope "all", the files it shows are the batch.
+  const ListFilter& filter() const { return filter_; }
   BatchOrder order() const { return order_; }
   DuplicatePolicy duplicates() const { return duplicates_; }
   const std::vector<std::filesystem::path>& folders() const { return folders_; }
   const std::set<std::filesystem::path>& selectedFolders() const { return selectedFolders_; }
   bool isRenaming() const { return isRenaming_; }
+  // True from a listing until the shooting data of its files is read: Rename waits for it, so
+  // that no file is named without its date.
+  bool isReading() const { return isReading_; }
   const std::optional<std::filesystem::path>& folderAccessNeeded() const { return accessNeeded_; }
   const std::set<std::filesystem::path>& pendingTicks() const { return pendingTicks_; }
   const std::vector<FolderFile>& previewSources() const { return *previewSources_; }
@@ -133,8 +138,14 @@ class FolderModel : public QObject {
   // The sidebar's title for the selection: the folder's name, or "3 folders selected".
   std::string selectionTitle() const;
 
+  // Ticking a file ticks its twins with it (the other files of its shot), so that a shot is
+  // never split by a tick; several files tick in one gesture.
   void setTicked(const std::filesystem::path& file, bool ticked);
+  void setTicked(const std::vector<std::filesystem::path>& files, bool ticked);
+  // Ticks the twins of every ticked file that left some of its shot out.
+  void tickWholeShots();
   void setScope(RenameScope scope);
+  void setFilter(ListFilter filter);
   void setSelection(std::set<std::filesystem::path> selection);
 
   // Each restarts the preview.
@@ -157,6 +168,13 @@ class FolderModel : public QObject {
   std::vector<const FolderFile*> visibleFiles(const ListFilter& filter) const;
   FileCounts fileCounts() const;
   const PlannedRename* previewRow(const std::filesystem::path& file) const;
+  // Whether a file is in the batch that Rename would make: under the scope "all", every file
+  // shown and the twins of those shown; under "selected", the ticked files.
+  bool isInScope(const std::filesystem::path& file) const;
+  // The files in the batch whose names change, and the shots of it that are split: a file in
+  // the batch with a twin outside it (its row warns of it).
+  std::int64_t filesToRename() const { return scopeInfo_.changed; }
+  std::int64_t splitShots() const { return scopeInfo_.split; }
   bool canRename() const;
 
   // Tests: called on the building thread before a preview build of `generation` starts.
@@ -182,6 +200,8 @@ class FolderModel : public QObject {
   void pendingTicksChanged();
   void toastChanged();
   void metadataProgress(qint64 done, qint64 total);
+  void isReadingChanged();
+  void filterChanged();
   void performedBatchChanged();
 
  private:
@@ -202,11 +222,18 @@ class FolderModel : public QObject {
       std::shared_ptr<const std::unordered_map<std::string, FolderContents>> names,
       const TwinOptions& twins, BatchOrder order);
   void saveSession();
+  void open(const std::vector<std::filesystem::path>& urls,
+            const std::set<std::filesystem::path>* selectOnly);
+  void setReading(bool reading);
+  // Works out the scope over the shown preview again and marks the rows whose shot it splits.
+  void updateScope();
+  std::vector<std::filesystem::path> withTwins(
+      const std::vector<std::filesystem::path>& files) const;
   void runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind, Toast::After after,
                 std::optional<RenameHistory::Entry> goingBackFrom);
   void finishBatch(std::shared_ptr<BatchJob> job);
-  // Per path: whether it is in the scope (every file shown, or the ticked ones).
-  std::vector<bool> scopeFlags(const std::vector<std::filesystem::path>& paths) const;
+  void followMoves(const std::vector<FileMove>& moves);
+  std::vector<bool> scopeOf(const std::vector<FolderFile>& files) const;
   // Hands a big value that is no longer needed to a worker, so that freeing it (tens of
   // thousands of rows) doesn't hold up the main thread.
   template <typename T>
@@ -233,6 +260,8 @@ class FolderModel : public QObject {
   std::vector<std::filesystem::path> folders_;
   std::set<std::filesystem::path> selectedFolders_;
   bool isRenaming_ = false;
+  bool isReading_ = false;
+  ListFilter filter_;
   std::optional<std::filesystem::path> accessNeeded_;
   std::set<std::filesystem::path> pendingTicks_;
   std::shared_ptr<const std::vector<FolderFile>> previewSources_;
@@ -251,8 +280,17 @@ class FolderModel : public QObject {
   std::shared_ptr<const Prepared> prepared_;
   FileCounts counts_;  // made with the preview
   std::string previewMissingText_;
+  // The scope over the shown preview: per subject whether it is in the batch, and per row how many
+  // warnings the preview itself gave it (those after them are the scope's).
+  struct ScopeInfo {
+    std::vector<bool> subjectInScope;
+    std::vector<std::uint8_t> ownWarnings;
+    std::int64_t changed = 0, split = 0;
+  } scopeInfo_;
 
   std::uint64_t listingGeneration_ = 0;
+  bool listingUnderWay_ = false;
+  bool restoreWaitsForListing_ = false;
   std::uint64_t metadataGeneration_ = 0;
   std::stop_source metadataStop_;
   bool previewScheduled_ = false;

@@ -56,6 +56,30 @@ std::string reason(int code) {
   return std::generic_category().message(code);
 }
 
+// Why the system refused to rename a file, in a photographer's words for the usual reasons; any
+// other in the system's own.
+std::string refusal(int code) {
+  switch (code) {
+    case EROFS:
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages",
+          "the disk is read-only (a memory card’s lock switch, or a disk mounted read-only)"));
+    case EACCES:
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages", "you don’t have permission to change names in this folder"));
+    case EPERM:
+      return translated(QT_TRANSLATE_NOOP(
+          "Messages", "the file is locked against changes (immutable, or owned by another user)"));
+    case ENOSPC:
+    case EDQUOT:
+      return translated(QT_TRANSLATE_NOOP("Messages", "the disk is full"));
+    case ENAMETOOLONG:
+      return translated(QT_TRANSLATE_NOOP("Messages", "the new name is too long for this disk"));
+    default:
+      return reason(code);
+  }
+}
+
 std::string count(std::int64_t n) {
   return std::to_string(n);
 }
@@ -94,6 +118,9 @@ std::string of(const NameError& e) {
           QT_TRANSLATE_NOOP("Messages", "The name contains characters that aren’t allowed (/ :)"));
     case NameError::Case::duplicateInBatch:
       return translated(QT_TRANSLATE_NOOP("Messages", "Same name as another file in the batch"));
+    case NameError::Case::refused:
+      return translated(QT_TRANSLATE_NOOP("Messages", "Can’t be renamed: %1"),
+                        refusal(e.systemCode()));
   }
   return {};
 }
@@ -235,11 +262,11 @@ std::string of(const SafeRenameError& e) {
       break;
   }
   if (!e.stranded.empty()) return someFilesStuck();
-  return translated(
-      QT_TRANSLATE_NOOP(
-          "Messages",
-          "Couldn’t rename %1. It may be in use by another app: close it and try again."),
-      nameOf(e.url));
+  if (!e.cause || e.cause->code == 0) {
+    return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t rename %1."), nameOf(e.url));
+  }
+  return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t rename %1: %2. Nothing was changed."),
+                    nameOf(e.url), refusal(e.cause->code));
 }
 
 std::string of(const BatchRunner::Failure& failure) {
@@ -386,6 +413,18 @@ std::string folderAccessPrompt(const std::filesystem::path& folder) {
 }
 std::string nothingToRename() {
   return translated(QT_TRANSLATE_NOOP("Messages", "There’s nothing to rename."));
+}
+std::string stillReading() {
+  return translated(QT_TRANSLATE_NOOP(
+      "Messages", "The shooting data is still being read: Rename waits until every date is in."));
+}
+std::string filesToRename(std::int64_t n) {
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "Rename 1 file"),
+                 QT_TRANSLATE_NOOP("Messages", "Rename %1 files"));
+}
+std::string shotsSplit(std::int64_t n) {
+  return counted(n, QT_TRANSLATE_NOOP("Messages", "1 shot leaves a file out of the batch"),
+                 QT_TRANSLATE_NOOP("Messages", "%1 shots leave files out of the batch"));
 }
 std::string fixErrorsFirst() {
   return translated(QT_TRANSLATE_NOOP("Messages", "Fix the errors before renaming."));

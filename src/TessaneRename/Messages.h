@@ -51,6 +51,10 @@ std::string folderUnreadable(const std::filesystem::path& folder);
 std::string folderAccessPrompt(const std::filesystem::path& folder);
 std::string nothingToRename();
 std::string fixErrorsFirst();
+std::string stillReading();                     // Rename waits for the shooting data
+std::string filesToRename(std::int64_t count);  // what Rename will do, for its button
+// Some shots of the batch leave a file out; the one-click fix.
+std::string shotsSplit(std::int64_t count);
 std::string nothingToUndo();
 std::string alreadyOriginalNames();
 std::string addFolderToGoBack();

@@ -7,15 +7,35 @@
 
 namespace tessane {
 
-void SessionMemory::save(const std::vector<std::filesystem::path>& folders,
-                         const RuleStack& stack) {
-  QStringList paths;
+namespace {
+
+// Paths are bytes: kept as they are, whatever their encoding.
+QString stored(const std::filesystem::path& path) {
+  return QString::fromLocal8Bit(path.native().data(), static_cast<qsizetype>(path.native().size()));
+}
+
+std::filesystem::path unstored(const QString& text) {
+  const QByteArray bytes = text.toLocal8Bit();
+  return std::filesystem::path(
+      std::string(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+}
+
+QStringList storedList(const QVariant& value) {
+  if (value.typeId() == QMetaType::QStringList) return value.toStringList();
+  return value.isValid() ? QStringList{value.toString()} : QStringList{};
+}
+
+}  // namespace
+
+void SessionMemory::save(const std::vector<std::filesystem::path>& folders, const RuleStack& stack,
+                         const std::set<std::filesystem::path>& selected) {
+  QStringList paths, selectedPaths;
   for (const auto& folder : folders) {
-    // Paths are bytes: kept as they are, whatever their encoding.
-    paths.append(QString::fromLocal8Bit(folder.native().data(),
-                                        static_cast<qsizetype>(folder.native().size())));
+    paths.append(stored(folder));
+    if (selected.count(folder) > 0) selectedPaths.append(stored(folder));
   }
   settings_.setValue("openFolders", paths);
+  settings_.setValue("selectedFolders", selectedPaths);
   const std::string rules = toJson(stack).dump(-1, ' ', false, Json::error_handler_t::replace);
   settings_.setValue("lastRules", QByteArray(rules.data(), static_cast<qsizetype>(rules.size())));
   // Written out by the store itself, at its next turn of the event loop or when it closes: this
@@ -25,18 +45,13 @@ void SessionMemory::save(const std::vector<std::filesystem::path>& folders,
 SessionMemory::Session SessionMemory::restore(bool resumesSession) const {
   Session session;
   if (!resumesSession) return session;
-  const QVariant stored = settings_.value("openFolders");
-  const QStringList paths =
-      stored.typeId() == QMetaType::QStringList
-          ? stored.toStringList()
-          : (stored.isValid() ? QStringList{stored.toString()} : QStringList{});
-  for (const QString& p : paths) {
-    const QByteArray bytes = p.toLocal8Bit();
-    const std::filesystem::path folder(
-        std::string(bytes.constData(), static_cast<std::size_t>(bytes.size())));
+  const QStringList selected = storedList(settings_.value("selectedFolders"));
+  for (const QString& p : storedList(settings_.value("openFolders"))) {
+    const std::filesystem::path folder = unstored(p);
     std::error_code error;
-    if (!p.isEmpty() && std::filesystem::is_directory(folder, error))
-      session.folders.push_back(folder);
+    if (p.isEmpty() || !std::filesystem::is_directory(folder, error)) continue;
+    session.folders.push_back(folder);
+    if (selected.contains(p)) session.selected.insert(folder);
   }
   const QByteArray rules = settings_.value("lastRules").toByteArray();
   if (auto parsed = json::parse(

@@ -10,6 +10,7 @@
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/FolderListing.h"
 #include "RenameIO/OriginalName.h"
+#include "RenameIO/RenameAccess.h"
 
 namespace tessane {
 namespace {
@@ -27,6 +28,8 @@ void addFolderContents(Shoot& shoot, const std::filesystem::path& folder,
     for (const ListedFile& f : listed.value())
       contents.files.push_back(f.name);
   }
+  contents.refusal = RenameAccess::ofFolder(folder);
+  if (contents.refusal == 0) contents.refusedFiles = RenameAccess::ofFiles(folder, contents.files);
 }
 
 // Which file's metadata each file takes: its own, or its twin group's primary's.

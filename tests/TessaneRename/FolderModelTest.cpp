@@ -1,5 +1,11 @@
 #include "TessaneRename/FolderModel.h"
 
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -13,6 +19,7 @@
 #include "FileContents.h"
 #include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
+#include "TessaneRename/Messages.h"
 #include "TessaneRename/TestApplication.h"
 
 namespace tessane {
@@ -28,6 +35,18 @@ QCoreApplication& application() {
 }
 
 using testing::waitFor;
+
+// Sets or clears a file's immutable flag; false when the system refuses (it takes root).
+bool setImmutable(const fs::path& file, bool on) {
+  const int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) return false;
+  int flags = 0;
+  bool done = ::ioctl(fd, FS_IOC_GETFLAGS, &flags) == 0;
+  flags = on ? (flags | FS_IMMUTABLE_FL) : (flags & ~FS_IMMUTABLE_FL);
+  done = done && ::ioctl(fd, FS_IOC_SETFLAGS, &flags) == 0;
+  ::close(fd);
+  return done;
+}
 
 RuleStack formatStack(const std::string& templateText) {
   Counter counter;
@@ -57,7 +76,8 @@ class Model : public ::testing::Test {
   bool settled() {
     return waitFor([&] {
       return model_->previewBuildCount() == 0 && model_->preview() != nullptr &&
-             !model_->isRenaming() && model_->previewSources().size() == model_->files().size();
+             !model_->isRenaming() && !model_->isReading() &&
+             model_->previewSources().size() == model_->files().size();
     });
   }
   std::string error() const { return model_->errorMessage().value_or(""); }
@@ -158,6 +178,8 @@ TEST_F(Model, OpeningCountsEachPlaceOnceAndDroppedFilesAloneAreRenamed) {
   ASSERT_TRUE(settled());
   EXPECT_EQ(toast(), "1 file renamed");
   EXPECT_TRUE(fs::exists(photos_.path() / "a.jpg"));
+  EXPECT_EQ(model_->checked(), std::set<fs::path>{fs::canonical(photos_.path()) / "n_02.jpg"})
+      << "the tick stays on the renamed file";
 
   // Going back needs the entry's folder in the list.
   model_->removeFolder(photos_.path());
@@ -166,16 +188,24 @@ TEST_F(Model, OpeningCountsEachPlaceOnceAndDroppedFilesAloneAreRenamed) {
 }
 
 TEST_F(Model, TheLastSessionComesBackWhenWanted) {
+  TempFolder other;
+  other.file("b.jpg");
   photos_.file("a.jpg");
   openWith("kept_{name}");
+  model_->open({other.path()});  // the list holds both, the last one opened is selected
+  ASSERT_TRUE(settled());
   model_.reset();
   app_->settings().sync();
 
   model_ = std::make_unique<FolderModel>(*app_);
   model_->resumeSession();
   ASSERT_TRUE(settled());
-  EXPECT_EQ(model_->folders(), std::vector<fs::path>{fs::canonical(photos_.path())});
-  EXPECT_EQ(model_->previewRow(model_->files().front().url)->newName.base, "kept_a");
+  EXPECT_EQ(model_->folders(),
+            (std::vector<fs::path>{fs::canonical(photos_.path()), fs::canonical(other.path())}));
+  EXPECT_EQ(model_->selectedFolders(), std::set<fs::path>{fs::canonical(other.path())})
+      << "only the folder that was selected";
+  ASSERT_EQ(model_->files().size(), 1u);
+  EXPECT_EQ(model_->previewRow(model_->files().front().url)->newName.base, "kept_b");
 
   app_->preferences().setResumesSession(false);
   model_ = std::make_unique<FolderModel>(*app_);
@@ -194,16 +224,118 @@ TEST_F(Model, RestoreOriginalNames) {
   photos_.file("DSC_0001.JPG", "a");
   openWith("trip_{counter}");
   model_->restoreOriginalNames();
+  ASSERT_TRUE(settled());
   EXPECT_EQ(error(), "These files already have their original names.");
   model_->rename();
-  ASSERT_TRUE(settled());
-  ASSERT_TRUE(waitFor([&] { return model_->files().front().originalName.has_value(); }));
+  // Straight after the batch, before the files are listed and read again: the names are read
+  // from the files themselves.
+  ASSERT_TRUE(waitFor([&] { return model_->toast().has_value(); }));
   model_->restoreOriginalNames();
   ASSERT_TRUE(settled());
   EXPECT_EQ(toast(), "1 file back to its original name");
   EXPECT_EQ(folderContents(photos_.path()),
             (std::map<std::string, std::string>{{"DSC_0001.JPG", "a"}}));
   EXPECT_EQ(model_->history().entries().front().kind, RenameHistory::Kind::restoreOriginals);
+}
+
+// A tick takes the whole shot; a shot split anyway (a RAW copied in after its JPEG was ticked)
+// is warned of on the rows in the batch, and one call ticks the rest of it.
+TEST_F(Model, TicksAndFiltersNeverSplitAShot) {
+  photos_.file("a.JPG", "aj");
+  photos_.file("a.xmp", "ax");
+  photos_.file("b.JPG", "bj");
+  openWith("n_{counter}");
+  model_->setScope(RenameScope::selected);
+  model_->setTicked(photos_.path() / "a.JPG", true);
+  EXPECT_EQ(model_->checked().size(), 2u) << "the sidecar comes with its picture";
+
+  photos_.file("a.NEF", "an");
+  model_->setTwinOptions(model_->twinOptions());  // lists the folder again
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(model_->splitShots(), 1);
+  const PlannedRename* row = model_->previewRow(photos_.path() / "a.JPG");
+  ASSERT_NE(row, nullptr);
+  EXPECT_EQ(row->status, PreviewStatus::warning);
+  ASSERT_FALSE(row->warnings.empty());
+  EXPECT_EQ(row->warnings.back().twins, std::vector<std::string>{"a.NEF"});
+  EXPECT_FALSE(model_->isInScope(photos_.path() / "b.JPG"));
+
+  model_->tickWholeShots();
+  EXPECT_EQ(model_->splitShots(), 0);
+  EXPECT_EQ(model_->previewRow(photos_.path() / "a.JPG")->status, PreviewStatus::ok);
+  EXPECT_EQ(model_->filesToRename(), 3);
+  model_->setTicked(photos_.path() / "a.xmp", false);
+  EXPECT_TRUE(model_->checked().empty()) << "unticking a file unticks its shot";
+
+  // All the files shown: a filter to the pictures keeps a shown picture's RAW in the batch, and
+  // leaves out the RAW of a shot that isn't shown.
+  photos_.file("c.NEF", "cn");
+  model_->setScope(RenameScope::all);
+  model_->setTwinOptions(model_->twinOptions());
+  ASSERT_TRUE(settled());
+  ListFilter pictures;
+  pictures.kinds = {FileKind::image};
+  model_->setFilter(pictures);
+  EXPECT_EQ(model_->filesToRename(), 4);  // the a shot and b.JPG
+  EXPECT_FALSE(model_->isInScope(photos_.path() / "c.NEF"));
+  model_->rename();
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(toast(), "4 files renamed");
+  EXPECT_TRUE(fs::exists(photos_.path() / "c.NEF"));
+}
+
+// A locked file and a read-only disk are found before anything moves: their rows say why, and
+// Rename is held.
+TEST_F(Model, FilesTheSystemWontRenameAreMarkedBeforehand) {
+  photos_.file("a.jpg");
+  const fs::path locked = photos_.file("b.jpg");
+  if (!setImmutable(locked, true)) GTEST_SKIP() << "files can't be locked here (needs root)";
+  struct Unlock {
+    fs::path file;
+    ~Unlock() { setImmutable(file, false); }
+  } unlock{locked};
+  openWith("n_{counter}");
+  const PlannedRename* row = model_->previewRow(locked);
+  ASSERT_NE(row, nullptr);
+  ASSERT_EQ(row->errors.size(), 1u);
+  EXPECT_EQ(Messages::of(row->errors.front()),
+            "Can’t be renamed: the file is locked against changes (immutable, or owned by another "
+            "user)");
+  EXPECT_TRUE(model_->previewRow(photos_.path() / "a.jpg")->errors.empty());
+  EXPECT_FALSE(model_->canRename());
+
+  // A card whose lock switch is on: every row that would change says so.
+  const fs::path card = home_.path() / "card";
+  fs::create_directories(card);
+  if (::mount("tessane-test", card.c_str(), "tmpfs", 0, "size=1m") != 0)
+    GTEST_SKIP() << "no mounting here";
+  struct Unmount {
+    fs::path folder;
+    ~Unmount() { ::umount2(folder.c_str(), MNT_DETACH); }
+  } unmount{card};
+  ::close(::open((card / "DSC_0001.JPG").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0644));
+  ASSERT_EQ(::mount(nullptr, card.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr), 0);
+  model_->open({card});
+  ASSERT_TRUE(settled());
+  row = model_->previewRow(fs::canonical(card) / "DSC_0001.JPG");
+  ASSERT_NE(row, nullptr);
+  ASSERT_EQ(row->errors.size(), 1u);
+  EXPECT_EQ(row->errors.front(), NameError::refused(EROFS));
+}
+
+// Rename waits while the shooting data is read again (after every listing), and says why.
+TEST_F(Model, RenameWaitsForTheShootingData) {
+  photos_.file("a.jpg");
+  openWith("n_{counter}");
+  ASSERT_TRUE(model_->canRename());
+  model_->settingsChanged();  // the data is read again
+  EXPECT_TRUE(model_->isReading());
+  EXPECT_FALSE(model_->canRename());
+  model_->rename();
+  EXPECT_EQ(error(), "The shooting data is still being read: Rename waits until every date is in.");
+  ASSERT_TRUE(waitFor([&] { return !model_->isReading(); }));
+  ASSERT_TRUE(settled());
+  EXPECT_TRUE(model_->canRename());
 }
 
 }  // namespace

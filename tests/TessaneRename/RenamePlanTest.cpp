@@ -161,8 +161,15 @@ TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
   EXPECT_EQ(Messages::of(E::destinationExists("/card/Cafe\u0301.JPG")),
             "There’s already a file called “Cafe\u0301.JPG” in the folder. Rename or move it and "
             "try again.");
-  EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {}, std::nullopt)),
-            "Couldn’t rename “b.jpg”. It may be in use by another app: close it and try again.");
+  // What the system said, in a photographer's words; never a guess that doesn't hold on Linux.
+  EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {}, std::nullopt)), "Couldn’t rename “b.jpg”.");
+  EXPECT_EQ(
+      Messages::of(E::failed("/card/b.jpg", {},
+                             IOError::fromErrno(EROFS, IOError::Operation::rename, "/card"))),
+      "Couldn’t rename “b.jpg”: the disk is read-only (a memory card’s lock switch, or a disk "
+      "mounted read-only). Nothing was changed.");
+  EXPECT_EQ(Messages::of(NameError::refused(EACCES)),
+            "Can’t be renamed: you don’t have permission to change names in this folder");
   EXPECT_EQ(Messages::of(E::failed("/card/b.jpg", {{"/card/.t-b.jpg", "/card/b.jpg"}}, {})),
             "Some files couldn’t go back to their names");
 

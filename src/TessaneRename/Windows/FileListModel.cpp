@@ -9,6 +9,7 @@
 #include <QPixmap>
 #include <QStyle>
 
+#include "RenameEngine/Unicode.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/Windows/ThumbnailCache.h"
 
@@ -55,16 +56,18 @@ FileListModel::FileListModel(FolderModel& model, QObject* parent)
     : QAbstractTableModel(parent), model_(model) {
   connect(&model_, &FolderModel::filesChanged, this, &FileListModel::refilter);
   connect(&model_, &FolderModel::previewChanged, this, &FileListModel::previewChanged);
-  connect(&model_, &FolderModel::checkedChanged, this, [this] {
-    if (!rows_.empty())
-      emit dataChanged(index(0, 0), index(rowCount() - 1, 0), {Qt::CheckStateRole});
-  });
+  connect(&model_, &FolderModel::filterChanged, this, &FileListModel::refilter);
+  // A tick or a scope moves rows in or out of the batch, and may split a shot.
+  for (auto signal : {&FolderModel::checkedChanged, &FolderModel::scopeChanged}) {
+    connect(&model_, signal, this, [this] {
+      if (!rows_.empty()) emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount_ - 1));
+    });
+  }
   refilter();
 }
 
 void FileListModel::setFilter(ListFilter filter) {
-  filter_ = std::move(filter);
-  refilter();
+  model_.setFilter(std::move(filter));
 }
 
 void FileListModel::setThumbnails(ThumbnailCache* thumbnails) {
@@ -91,13 +94,13 @@ void FileListModel::thumbnailsArrived(const QStringList& paths) {
 }
 
 bool FileListModel::filterDependsOnPreview() const {
-  return !filter_.statuses.empty() || !filter_.search.empty();
+  return !filter().statuses.empty() || !filter().search.empty();
 }
 
 // A new listing, or the same files with their shooting data read: when the rows are the same
 // files in the same order only the cells change, so the selection and the scroll stay.
 void FileListModel::refilter() {
-  std::vector<const FolderFile*> rows = model_.visibleFiles(filter_);
+  std::vector<const FolderFile*> rows = model_.visibleFiles(filter());
   const bool sameFiles =
       rows.size() == rows_.size() && std::equal(rows.begin(), rows.end(), rows_.begin(),
                                                 [](const FolderFile* a, const FolderFile* b) {
@@ -150,6 +153,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
   if (file == nullptr) return {};
   const PlannedRename* row = model_.previewRow(file->url);
   const int column = index.column();
+  const bool outside = row != nullptr && !model_.isInScope(file->url);
 
   switch (role) {
     case Qt::DisplayRole:
@@ -168,7 +172,10 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
         case body:
           return file->bodyTag ? text(*file->bodyTag) : QString();
         case status:
+          if (outside) return tr("Not ticked: left as it is");
           return statusText(row, model_.previewMissingText());
+        case folder:
+          return text(unicode::toDisplayable(file->url.parent_path().filename().native()));
         default:
           return {};
       }
@@ -182,7 +189,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
             ThumbnailCache::placeholder(QApplication::style()->standardIcon(QStyle::SP_FileIcon));
         return thumbnails_->isLoaded(file->url) ? icon : blank;
       }
-      if (column != status || row == nullptr) return {};
+      if (column != status || row == nullptr || outside) return {};
       if (row->status == PreviewStatus::error) {
         static const QIcon icon =
             QApplication::style()->standardIcon(QStyle::SP_MessageBoxCritical);
@@ -201,8 +208,10 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
       if (column == currentName && file->originalName) {
         return tr("Original name: %1").arg(text(*file->originalName));
       }
+      if (column == folder) return text(unicode::toDisplayable(file->url.parent_path().native()));
       return {};
     case Qt::ForegroundRole:
+      if (outside) return QBrush(QColor(0x80, 0x80, 0x80));
       if (row == nullptr || (column != newName && column != status)) return {};
       if (row->status == PreviewStatus::error) return QBrush(QColor(0xc6, 0x28, 0x28));
       if (row->status == PreviewStatus::warning) return QBrush(QColor(0xb2, 0x6a, 0x00));
@@ -251,6 +260,8 @@ QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int
       return tr("Body");
     case status:
       return tr("Status");
+    case folder:
+      return tr("Folder");
     default:
       return {};
   }

@@ -1,7 +1,8 @@
 // The file list of a main window as a table over a FolderModel: one row per file shown (under
-// the window's filter), with the current name, the new name, the capture date, the camera body
-// and the status. Errors are red and warnings amber, their messages in the tooltip; the first
-// column carries the file's tick.
+// the model's filter), with the current name, the new name, the capture date, the camera body,
+// the status and the folder (for when several are shown). Errors are red and warnings amber,
+// their messages in the tooltip; rows outside the batch Rename would make are grey and say so;
+// the first column carries the file's tick.
 //
 // It keeps only pointers to the model's files and asks the model for each visible cell, so a
 // new preview over 10,000 files costs one dataChanged, not a copy of the rows.
@@ -24,7 +25,7 @@ class FileListModel : public QAbstractTableModel {
   Q_OBJECT
 
  public:
-  enum Column { currentName, newName, date, body, status, columnCount_ };
+  enum Column { currentName, newName, date, body, folder, status, columnCount_ };
   // The file's path, as text, under this role.
   static constexpr int pathRole = Qt::UserRole + 1;
   // The grid's thumbnail (a QPixmap, null while it loads or when the file has none).
@@ -34,11 +35,12 @@ class FileListModel : public QAbstractTableModel {
 
   explicit FileListModel(FolderModel& model, QObject* parent = nullptr);
 
+  // The filter is the model's: with the scope "all", what is shown is what is renamed.
   void setFilter(ListFilter filter);
   // Thumbnails beside the names (and in the grid); null turns them off.
   void setThumbnails(ThumbnailCache* thumbnails);
   ThumbnailCache* thumbnails() const { return thumbnails_; }
-  const ListFilter& filter() const { return filter_; }
+  const ListFilter& filter() const { return model_.filter(); }
 
   // The row that shows `file`; -1 when it is not shown.
   int rowOf(const std::filesystem::path& file) const;
@@ -60,7 +62,6 @@ class FileListModel : public QAbstractTableModel {
 
   FolderModel& model_;
   ThumbnailCache* thumbnails_ = nullptr;
-  ListFilter filter_;
   std::vector<const FolderFile*> rows_;
   mutable std::unordered_map<std::string, int> rowOfPath_;  // made on first use after a change
 };

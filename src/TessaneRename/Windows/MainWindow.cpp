@@ -31,6 +31,7 @@
 #include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/Messages.h"
 #include "TessaneRename/Preferences.h"
 #include "TessaneRename/PresetLibrary.h"
 #include "TessaneRename/Windows/ChangesPanel.h"
@@ -254,6 +255,8 @@ void MainWindow::makeFileTable() {
       FileListModel::date,
       header->fontMetrics().horizontalAdvance(QStringLiteral("00 May 0000 00:00:00")) + 16);
   header->resizeSection(FileListModel::body, 56);
+  header->resizeSection(FileListModel::folder, 120);
+  fileView_->setColumnHidden(FileListModel::folder, true);  // shown with several folders
   connect(fileView_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
           &MainWindow::fileSelectionChanged);
 }
@@ -284,15 +287,17 @@ QHBoxLayout* MainWindow::makeFoot() {
   renameButton_->setObjectName("rename");
   renameButton_->setDefault(true);
   renameButton_->setMinimumWidth(110);
-  renameButton_->setToolTip(
-      tr("Rename the files (%1)")
-          .arg(QKeySequence(QString::fromUtf8(AppCommands::command(CommandID::rename).shortcut))
-                   .toString(QKeySequence::NativeText)));
   connect(renameButton_, &QPushButton::clicked, this, [this] { run(CommandID::rename); });
+  // A shot split by the ticks: one click ticks the rest of it.
+  wholeShotsButton_ = new QPushButton(tr("Tick the Whole Shots"));
+  wholeShotsButton_->setObjectName("tickWholeShots");
+  wholeShotsButton_->setVisible(false);
+  connect(wholeShotsButton_, &QPushButton::clicked, this, [this] { model_.tickWholeShots(); });
   auto* foot = new QHBoxLayout;
   foot->setSpacing(8);
   foot->addWidget(new QLabel(tr("Rename:")));
   foot->addWidget(scope_);
+  foot->addWidget(wholeShotsButton_);
   foot->addStretch(1);
   foot->addWidget(originalsButton_);
   foot->addWidget(undoButton_);
@@ -349,14 +354,17 @@ void MainWindow::connectModel() {
   connect(&model_, &FolderModel::filesChanged, this, &MainWindow::showCounts);
   connect(&model_, &FolderModel::selectionChanged, this, &MainWindow::showFileSelection);
   connect(&model_, &FolderModel::metadataProgress, this, [this](qint64 done, qint64 total) {
-    progress_->setText(done < total ? tr("Reading shooting data… %1 of %2").arg(done).arg(total)
-                                    : QString());
+    progress_->setText(
+        done < total
+            ? tr("Reading shooting data… %1 of %2 (Rename waits for it)").arg(done).arg(total)
+            : QString());
   });
   connect(&model_, &FolderModel::previewBuildCountChanged, this, &MainWindow::showCounts);
   for (auto signal :
        {&FolderModel::previewChanged, &FolderModel::isRenamingChanged, &FolderModel::scopeChanged,
-        &FolderModel::checkedChanged, &FolderModel::selectedFoldersChanged,
-        &FolderModel::twinOptionsChanged, &FolderModel::rulesChanged}) {
+        &FolderModel::isReadingChanged, &FolderModel::filterChanged, &FolderModel::checkedChanged,
+        &FolderModel::selectedFoldersChanged, &FolderModel::twinOptionsChanged,
+        &FolderModel::rulesChanged}) {
     connect(&model_, signal, this, &MainWindow::updateCommands);
   }
   connect(&model_, &FolderModel::scopeChanged, this,
@@ -605,6 +613,15 @@ void MainWindow::updateCommands() {
   // so that Ctrl+Return on a batch with errors says what stands in the way.
   actions_.at(CommandID::rename)->setEnabled(model_.preview() != nullptr && !model_.isRenaming());
   renameButton_->setEnabled(model_.canRename());
+  const QString shortcut =
+      QKeySequence(QString::fromUtf8(AppCommands::command(CommandID::rename).shortcut))
+          .toString(QKeySequence::NativeText);
+  renameButton_->setToolTip(
+      model_.isReading()
+          ? text(Messages::stillReading())
+          : tr("%1 (%2)").arg(text(Messages::filesToRename(model_.filesToRename())), shortcut));
+  wholeShotsButton_->setVisible(model_.splitShots() > 0);
+  wholeShotsButton_->setToolTip(text(Messages::shotsSplit(model_.splitShots())));
   const bool idle = !model_.isRenaming();
   undoButton_->setEnabled(idle);
   originalsButton_->setEnabled(idle && !model_.files().empty());
@@ -771,9 +788,11 @@ void MainWindow::removeSelectedFolders() {
 }
 
 void MainWindow::tickShown(bool ticked) {
-  for (int row = 0; row < fileList_->rowCount(); ++row) {
-    model_.setTicked(fileList_->fileAt(row)->url, ticked);
-  }
+  std::vector<fs::path> shown;
+  shown.reserve(static_cast<std::size_t>(fileList_->rowCount()));
+  for (int row = 0; row < fileList_->rowCount(); ++row)
+    shown.push_back(fileList_->fileAt(row)->url);
+  model_.setTicked(shown, ticked);
 }
 
 void MainWindow::filtersChanged() {
@@ -823,6 +842,7 @@ void MainWindow::showFolderSelection() {
   }
   syncing_ = false;
   listTitle_->setText(model_.folders().empty() ? QString() : text(model_.selectionTitle()));
+  fileView_->setColumnHidden(FileListModel::folder, model_.shownFolders().size() < 2);
   listStack_->setCurrentIndex(model_.folders().empty() ? 0 : showsGrid() ? 2 : 1);
   if (!model_.folders().empty()) {
     setWindowTitle(tr("%1 — Tessane Rename").arg(text(model_.selectionTitle())));

@@ -143,6 +143,7 @@ class MainWindow : public QMainWindow {
   InspectorPanel* inspector_ = nullptr;
   ThumbnailCache* thumbnails_ = nullptr;
   QComboBox* scope_ = nullptr;
+  QPushButton* wholeShotsButton_ = nullptr;
   QPushButton* renameButton_ = nullptr;
   QPushButton* undoButton_ = nullptr;
   QPushButton* originalsButton_ = nullptr;
