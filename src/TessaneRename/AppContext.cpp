@@ -7,10 +7,13 @@
 
 namespace tessane {
 
-AppContext::AppContext() : dataFolder_(DataFolder::location()) {}
+AppContext::AppContext()
+    : dataFolder_(DataFolder::location()), fileSystem_(std::make_unique<LinuxFileRenaming>()) {}
 
 AppContext::AppContext(std::unique_ptr<QSettings> settings, std::filesystem::path dataFolder)
-    : settings_(std::move(settings)), dataFolder_(std::move(dataFolder)) {}
+    : settings_(std::move(settings)),
+      dataFolder_(std::move(dataFolder)),
+      fileSystem_(std::make_unique<LinuxFileRenaming>()) {}
 
 AppContext::~AppContext() {
   if (history_) history_->waitForSaves();
@@ -18,8 +21,7 @@ AppContext::~AppContext() {
 }
 
 RecoveryReport AppContext::start() {
-  LinuxFileRenaming system;
-  return CrashRecovery::recoverJournals(journalFolder(), system);
+  return CrashRecovery::recoverJournals(journalFolder(), *fileSystem_);
 }
 
 QSettings& AppContext::settings() {

@@ -14,6 +14,7 @@
 
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/PresetStore.h"
+#include "RenameIO/SystemFileRenaming.h"
 #include "TessaneRename/BodyTable.h"
 #include "TessaneRename/Preferences.h"
 #include "TessaneRename/RenameHistory.h"
@@ -39,12 +40,19 @@ class AppContext {
   RenameHistory& history();
   PresetStore presets() const;
   std::filesystem::path journalFolder() const;
+  // The file system every batch, recovery and listing of names goes through: the system's own,
+  // unless a test handed in a fake or a faulty one (before any front end uses it).
+  SystemFileRenaming& fileSystem() { return *fileSystem_; }
+  void setFileSystem(std::unique_ptr<SystemFileRenaming> system) {
+    fileSystem_ = std::move(system);
+  }
 
  private:
   std::unique_ptr<QSettings> settings_;
   std::filesystem::path dataFolder_;
   std::unique_ptr<BodyTable> bodies_;
   std::unique_ptr<RenameHistory> history_;
+  std::unique_ptr<SystemFileRenaming> fileSystem_;
 };
 
 }  // namespace tessane

@@ -14,7 +14,6 @@
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/CrashRecovery.h"
 #include "RenameIO/FolderListing.h"
-#include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/OriginalName.h"
 #include "RenameIO/RenameAccess.h"
 #include "TessaneRename/Messages.h"
@@ -298,8 +297,8 @@ void FolderModel::listFolders(bool again) {
   // A listing leads to a build: the window shows its progress from now on.
   ++previewBuildCount_;
   emit previewBuildCountChanged();
-  startTask([this, listing, toList, firstTime, journals, twins] {
-    LinuxFileRenaming system;
+  SystemFileRenaming& system = app_.fileSystem();
+  startTask([this, listing, toList, firstTime, journals, twins, &system] {
     for (const fs::path& f : firstTime)
       CrashRecovery::restoreTemporaryNames(f, journals, system);
     for (const fs::path& folder : toList) {
@@ -956,8 +955,8 @@ void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind
   if (kind == RenameHistory::Kind::rename && !job->goingBackFrom) {
     job->keepOriginals = app_.preferences().originalNames();
   }
-  startTask([this, job] {
-    LinuxFileRenaming system;
+  SystemFileRenaming& system = app_.fileSystem();
+  startTask([this, job, &system] {
     job->applied = job->goingBackFrom ? BatchRunner::applyGoingBack(*job->goingBackFrom, job->date,
                                                                     system, job->journalFolder)
                                       : BatchRunner::apply(job->moves, job->date, system,

@@ -8,7 +8,6 @@
 
 #include "RenameEngine/Unicode.h"
 #include "RenameIO/FileUrl.h"
-#include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/OriginalName.h"
 #include "TessaneRename/BatchRunner.h"
 #include "TessaneRename/Messages.h"
@@ -46,7 +45,7 @@ std::string localTime(Date date) {
 
 int goBack(Tool& tool, const RenameHistory::Entry& entry) {
   const std::size_t count = entry.moves.size();
-  LinuxFileRenaming system;
+  SystemFileRenaming& system = tool.fileSystem();
   Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::goBack(entry.id, now(), system, tool.history(), tool.journalFolder());
@@ -139,7 +138,7 @@ int restoreOriginals(Tool& tool, const std::vector<std::string>& paths, bool yes
       return kExitRefused;
     }
   }
-  LinuxFileRenaming system;
+  SystemFileRenaming& system = tool.fileSystem();
   Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::run(moves, RenameHistory::Kind::restoreOriginals, now(), system,

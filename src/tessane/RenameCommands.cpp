@@ -9,7 +9,6 @@
 #include <iostream>
 
 #include "RenameEngine/Unicode.h"
-#include "RenameIO/LinuxFileRenaming.h"
 #include "TessaneRename/BatchRunner.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/RenamePlan.h"
@@ -241,7 +240,7 @@ int runRename(const PlanOptions& o, Tool& tool) {
     }
   }
 
-  LinuxFileRenaming system;
+  SystemFileRenaming& system = tool.fileSystem();
   Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
     return BatchRunner::run(

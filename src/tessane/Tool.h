@@ -58,6 +58,7 @@ class Tool {
   RenameHistory& history() { return app_.history(); }  // loaded from History.json on first use
   PresetStore presets() const { return app_.presets(); }
   std::filesystem::path journalFolder() const { return app_.journalFolder(); }
+  SystemFileRenaming& fileSystem() { return app_.fileSystem(); }
 
   // "tessane: " + message on standard error.
   void error(std::string_view message) const;

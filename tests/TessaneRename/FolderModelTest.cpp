@@ -6,6 +6,7 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -17,6 +18,8 @@
 
 #include "EventLoop.h"
 #include "FileContents.h"
+#include "RenameIO/FaultyFileRenaming.h"
+#include "RenameIO/LinuxFileRenaming.h"
 #include "RenameIO/OriginalName.h"
 #include "TempFolder.h"
 #include "TessaneRename/Messages.h"
@@ -83,6 +86,7 @@ class Model : public ::testing::Test {
   std::string error() const { return model_->errorMessage().value_or(""); }
   std::string toast() const { return model_->toast() ? model_->toast()->text : ""; }
 
+  LinuxFileRenaming linux_;
   TempFolder home_, photos_;
   std::unique_ptr<AppContext> app_;
   std::unique_ptr<FolderModel> model_;
@@ -321,6 +325,25 @@ TEST_F(Model, FilesTheSystemWontRenameAreMarkedBeforehand) {
   ASSERT_NE(row, nullptr);
   ASSERT_EQ(row->errors.size(), 1u);
   EXPECT_EQ(row->errors.front(), NameError::refused(EROFS));
+}
+
+// A batch the disk refuses halfway leaves every name as it was and says what the system said.
+TEST_F(Model, ARefusedMoveSaysWhyAndChangesNothing) {
+  photos_.file("a.jpg", "a");
+  photos_.file("b.jpg", "b");
+  auto faulty = std::make_unique<testing::FaultyFileRenaming>(linux_);
+  testing::FaultyFileRenaming& faults = *faulty;
+  app_->setFileSystem(std::move(faulty));
+  openWith("n_{counter}");
+  faults.failAt(testing::FaultyFileRenaming::Call::moveItem,
+                faults.calls(testing::FaultyFileRenaming::Call::moveItem) + 2, ENOSPC);
+  model_->rename();
+  ASSERT_TRUE(settled());
+  EXPECT_THAT(error(), ::testing::StartsWith("Couldn’t rename “"));
+  EXPECT_THAT(error(), ::testing::EndsWith(": the disk is full. Nothing was changed."));
+  EXPECT_EQ(folderContents(photos_.path()),
+            (std::map<std::string, std::string>{{"a.jpg", "a"}, {"b.jpg", "b"}}));
+  EXPECT_TRUE(model_->history().entries().empty());
 }
 
 // Rename waits while the shooting data is read again (after every listing), and says why.
