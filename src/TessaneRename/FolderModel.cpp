@@ -831,6 +831,11 @@ bool FolderModel::isInScope(const fs::path& file) const {
   return s < scopeInfo_.subjectInScope.size() && scopeInfo_.subjectInScope[s];
 }
 
+bool FolderModel::isSettled() const {
+  return preview_ && previewBuildCount_ == 0 && !isRenaming_ && !isReading_ && !listingUnderWay_ &&
+         previewSources_ == files_;
+}
+
 bool FolderModel::canRename() const {
   if (!preview_ || isRenaming_ || isReading_ || preview_->hasErrors()) return false;
   return previewSources_ == files_ && scopeInfo_.changed > 0;

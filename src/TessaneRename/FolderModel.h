@@ -114,6 +114,9 @@ class FolderModel : public QObject {
   // True from a listing until the shooting data of its files is read: Rename waits for it, so
   // that no file is named without its date.
   bool isReading() const { return isReading_; }
+  // Nothing under way: the preview shown is of the files as listed and read, and no listing,
+  // reading, build or batch is running.
+  bool isSettled() const;
   const std::optional<std::filesystem::path>& folderAccessNeeded() const { return accessNeeded_; }
   const std::set<std::filesystem::path>& pendingTicks() const { return pendingTicks_; }
   const std::vector<FolderFile>& previewSources() const { return *previewSources_; }

@@ -77,11 +77,7 @@ class Model : public ::testing::Test {
     ASSERT_TRUE(settled());
   }
   bool settled() {
-    return waitFor([&] {
-      return model_->previewBuildCount() == 0 && model_->preview() != nullptr &&
-             !model_->isRenaming() && !model_->isReading() &&
-             model_->previewSources().size() == model_->files().size();
-    });
+    return waitFor([&] { return model_->isSettled(); });
   }
   std::string error() const { return model_->errorMessage().value_or(""); }
   std::string toast() const { return model_->toast() ? model_->toast()->text : ""; }

@@ -77,10 +77,7 @@ class Windows : public ::testing::Test {
   }
 
   static bool settled(FolderModel& model) {
-    return waitFor([&] {
-      return model.previewBuildCount() == 0 && model.preview() != nullptr && !model.isRenaming() &&
-             model.previewSources().size() == model.files().size();
-    });
+    return waitFor([&] { return model.isSettled(); });
   }
 
   // New name by current name, as the window's list shows them.

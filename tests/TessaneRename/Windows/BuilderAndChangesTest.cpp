@@ -80,10 +80,7 @@ class BuilderAndChanges : public ::testing::Test {
 
   // Current name → new name, once the preview is current.
   std::map<QString, QString> newNames() {
-    EXPECT_TRUE(waitFor([&] {
-      return model_->previewBuildCount() == 0 && model_->preview() != nullptr &&
-             model_->previewSources().size() == model_->files().size();
-    }));
+    EXPECT_TRUE(waitFor([&] { return model_->isSettled(); }));
     std::map<QString, QString> out;
     const FileListModel& list = window_->fileList();
     for (int row = 0; row < list.rowCount(); ++row) {

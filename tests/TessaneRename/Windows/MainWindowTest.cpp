@@ -87,10 +87,7 @@ class Window : public ::testing::Test {
   }
 
   bool settled() {
-    return waitFor([&] {
-      return model_->previewBuildCount() == 0 && model_->preview() != nullptr &&
-             !model_->isRenaming() && model_->previewSources().size() == model_->files().size();
-    });
+    return waitFor([&] { return model_->isSettled(); });
   }
 
   // The list as shown: current name → (new name, status tooltip).

@@ -104,10 +104,7 @@ class Screenshots : public ::testing::Test {
   }
 
   static bool settled(FolderModel& model) {
-    return waitFor([&] {
-      return model.previewBuildCount() == 0 && model.preview() != nullptr && !model.isRenaming() &&
-             model.previewSources().size() == model.files().size();
-    });
+    return waitFor([&] { return model.isSettled(); });
   }
 
   void setAppearance(Appearance appearance) {
