@@ -2,6 +2,9 @@
 // folder, reads every file's metadata and builds its preview. A timer ticks every millisecond on
 // the main thread; the longest gap between two ticks is what a user would feel as a stall.
 //
+// And the memory a window's model keeps over rename-and-undo cycles: its resident size after the
+// first cycle and after the tenth, which should stay within a tenth of each other.
+//
 // The folder: TESSANE_BENCH_FILES (default 50,000) small JPEGs with EXIF capture times, one
 // second apart, made once in a temporary folder.
 #include <benchmark/benchmark.h>
@@ -10,6 +13,8 @@
 #include <QElapsedTimer>
 #include <QSettings>
 #include <QTimer>
+
+#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -114,5 +119,57 @@ void BM_OpenReadPreview(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_OpenReadPreview)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+double residentMegabytes() {
+  std::ifstream statm("/proc/self/statm");
+  double pages = 0, resident = 0;
+  statm >> pages >> resident;
+  return resident * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024.0 * 1024.0);
+}
+
+void BM_RenameUndoCycles(benchmark::State& state) {
+  static int argc = 1;
+  static char name[] = "FolderModelBench";
+  static char* argv[] = {name, nullptr};
+  static QCoreApplication app(argc, argv);
+  const fs::path root = shoot();
+  for (auto _ : state) {
+    testing::TempFolder home;
+    AppContext context(
+        std::make_unique<QSettings>(QString::fromStdString((home.path() / "t.conf").string()),
+                                    QSettings::IniFormat),
+        home.path() / "data");
+    FolderModel model(context);
+    Rule rule;
+    rule.action.value = RuleAction::Format{NameFormat{"{date:yyyy-MM-dd_HHmmss}_{counter}", {}}};
+    RuleStack stack;
+    stack.rules.push_back(rule);
+    model.setRules(stack);
+    const auto settle = [&] {
+      while (!model.isSettled())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
+    };
+    model.open({root / "shoot"});
+    settle();
+    double first = 0;
+    const int cycles = 10;
+    for (int cycle = 1; cycle <= cycles; ++cycle) {
+      model.rename();
+      settle();
+      model.undo();
+      settle();
+      // What the workers hand back to be freed is freed by then.
+      for (int i = 0; i < 20; ++i)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+      if (cycle == 1) first = residentMegabytes();
+    }
+    const double last = residentMegabytes();
+    state.counters["files"] = static_cast<double>(model.files().size());
+    state.counters["rss_after_1_MB"] = first;
+    state.counters["rss_after_10_MB"] = last;
+    state.counters["growth"] = last / first;
+  }
+}
+BENCHMARK(BM_RenameUndoCycles)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace

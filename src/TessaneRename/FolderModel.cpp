@@ -1,5 +1,6 @@
 #include "FolderModel.h"
 
+#include <malloc.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -564,6 +565,13 @@ void FolderModel::publishPreview(std::shared_ptr<Built> built) {
   }
   updateScope();
   emit previewChanged();
+  if (trimAfterBatch_ && isSettled()) {
+    // A batch and the listing, reading and preview after it free as much as a whole folder's
+    // worth of rows; the allocator is asked to give it back, so that a window renaming all day
+    // stays the size it was after its first batch.
+    trimAfterBatch_ = false;
+    startTask([] { ::malloc_trim(0); });
+  }
 }
 
 void FolderModel::setRules(RuleStack rules) {
@@ -1041,6 +1049,7 @@ void FolderModel::finishBatch(std::shared_ptr<BatchJob> job) {
     toast_ = std::move(toast);
     emit toastChanged();
   }
+  trimAfterBatch_ = true;
   listFolders(true);
   if (outcome && job->after == Toast::After::rename && revealer_ &&
       app_.preferences().revealAfterRename()) {

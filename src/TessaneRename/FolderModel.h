@@ -294,6 +294,7 @@ class FolderModel : public QObject {
   std::uint64_t listingGeneration_ = 0;
   bool listingUnderWay_ = false;
   bool restoreWaitsForListing_ = false;
+  bool trimAfterBatch_ = false;
   std::uint64_t metadataGeneration_ = 0;
   std::stop_source metadataStop_;
   bool previewScheduled_ = false;

@@ -229,10 +229,14 @@ std::optional<std::vector<RenameHistory::Entry>> RenameHistory::decode(std::stri
 void RenameHistory::save() {
   if (!file_) return;
   std::shared_future<bool> previous = std::move(saveTask_);
+  // The task's state outlives it in the future that the next save waits on: what it holds is
+  // taken out when it runs, so that every save doesn't keep its copy and its forerunner's alive.
   auto task = [previous = std::move(previous), entries = entries_, file = *file_]() mutable {
-    if (previous.valid()) previous.wait();
+    if (previous.valid()) std::exchange(previous, {}).wait();
+    const std::vector<Entry> mine = std::move(entries);
+    entries = {};
     try {
-      const std::string data = encode(entries);
+      const std::string data = encode(mine);
       // A failed save leaves the previous file in place.
       return !DurableFile::write(file, data).has_value();
     } catch (const std::exception&) {
