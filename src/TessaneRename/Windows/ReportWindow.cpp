@@ -1,8 +1,10 @@
 #include "TessaneRename/Windows/ReportWindow.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -57,20 +59,29 @@ ReportWindow::ReportWindow(BetaReporter& reporter, QWidget* parent)
   connect(&reporter_, &BetaReporter::statusMessageChanged, this,
           [this] { status_->setText(reporter_.statusMessage()); });
 
+  auto* copyButton = new QPushButton(tr("&Copy"));
+  copyButton->setObjectName("copyReport");
+  copyButton->setToolTip(tr("Puts the whole report on the clipboard."));
+  connect(copyButton, &QPushButton::clicked, this, &ReportWindow::copy);
   auto* saveButton = new QPushButton(tr("&Save…"));
   saveButton->setObjectName("saveReport");
   connect(saveButton, &QPushButton::clicked, this, [this] { save(); });
-  auto* sendButton = new QPushButton(tr("Se&nd"));
-  sendButton->setObjectName("sendReport");
-  sendButton->setDefault(true);
-  sendButton->setToolTip(
-      tr("Opens your mail app with the report attached; nothing leaves "
-         "without you."));
-  connect(sendButton, &QPushButton::clicked, this, &ReportWindow::send);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(status_, 1);
+  buttons->addWidget(copyButton);
   buttons->addWidget(saveButton);
-  buttons->addWidget(sendButton);
+  if (reporter_.sends()) {
+    send_ = new QPushButton(tr("Se&nd"));
+    send_->setObjectName("sendReport");
+    send_->setDefault(true);
+    send_->setToolTip(
+        tr("Opens your mail app with the report attached; nothing leaves "
+           "without you."));
+    connect(send_, &QPushButton::clicked, this, &ReportWindow::send);
+    buttons->addWidget(send_);
+  } else {
+    saveButton->setDefault(true);
+  }
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(14, 14, 14, 12);
@@ -92,6 +103,11 @@ void ReportWindow::refresh() {
 
 void ReportWindow::send() {
   reporter_.send(comment_->toPlainText(), details_->isChecked());
+}
+
+void ReportWindow::copy() {
+  QGuiApplication::clipboard()->setText(text_->toPlainText());
+  status_->setText(tr("Report copied"));
 }
 
 void ReportWindow::save(const QString& file) {
