@@ -2545,6 +2545,14 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Report copied</source>
         <translation>Segnalazione copiata</translation>
     </message>
+    <message>
+        <source>The report, as it will be saved or copied:</source>
+        <translation>La segnalazione, come verrà salvata o copiata:</translation>
+    </message>
+    <message>
+        <source>The report, as it will be saved or copied</source>
+        <translation>La segnalazione, come verrà salvata o copiata</translation>
+    </message>
 </context>
 <context>
     <name>tessane::SettingsWindow</name>

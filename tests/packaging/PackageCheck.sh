@@ -11,6 +11,10 @@ version="$2"
 source "$(dirname "$0")/Tools.sh"
 need dpkg-deb dpkg-shlibdeps readelf
 
+# A Debian package is updated by apt: it is built without an update feed (scripts/package.sh).
+grep -qx 'TESSANE_UPDATE_FEED:STRING=' "$build/CMakeCache.txt" ||
+  fail "the build has an update feed: a package is built without one (scripts/package.sh)"
+
 work="$(mktemp -d "${TMPDIR:-/tmp}/tessane-package-XXXXXX")"
 trap 'rm -rf "$work"' EXIT
 

@@ -43,10 +43,13 @@ ReportWindow::ReportWindow(BetaReporter& reporter, QWidget* parent)
   details_->setChecked(true);
   connect(details_, &QCheckBox::toggled, this, &ReportWindow::refresh);
 
-  auto* textLabel = new QLabel(tr("The report, as it will be sent:"));
+  auto* textLabel =
+      new QLabel(reporter_.sends() ? tr("The report, as it will be sent:")
+                                   : tr("The report, as it will be saved or copied:"));
   text_ = new QPlainTextEdit;
   text_->setObjectName("reportText");
-  text_->setAccessibleName(tr("The report, as it will be sent"));
+  text_->setAccessibleName(reporter_.sends() ? tr("The report, as it will be sent")
+                                             : tr("The report, as it will be saved or copied"));
   text_->setReadOnly(true);
   text_->setTabChangesFocus(true);
   text_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
