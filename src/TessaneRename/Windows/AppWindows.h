@@ -10,14 +10,14 @@
 
 #include <QObject>
 
-class QMessageBox;
-
 #include <filesystem>
 #include <memory>
 #include <vector>
 
 #include "TessaneRename/AppCommands.h"
 #include "TessaneRename/Windows/SettingsWindow.h"
+
+class QMessageBox;
 
 namespace tessane {
 
