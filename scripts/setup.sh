@@ -7,10 +7,10 @@ packages=(
   libicu-dev nlohmann-json3-dev
   libexiv2-dev libavformat-dev libtag1-dev libpoppler-cpp-dev
   qt6-base-dev qt6-l10n-tools qt6-tools-dev qt6-translations-l10n
-  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev libsodium-dev
   exfatprogs exfat-fuse
   dbus-daemon
-  desktop-file-utils appstream dpkg-dev
+  desktop-file-utils appstream dpkg-dev lintian
 )
 
 missing=()

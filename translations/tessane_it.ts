@@ -191,47 +191,51 @@
         <source>New Window</source>
         <translation>Nuova finestra</translation>
     </message>
+    <message>
+        <source>About Tessane Rename</source>
+        <translation>Informazioni su Tessane Rename</translation>
+    </message>
 </context>
 <context>
     <name>BetaReport</name>
     <message>
         <source>What happened</source>
-        <translation>Che cosa è successo</translation>
+        <translation type="vanished">Che cosa è successo</translation>
     </message>
     <message>
         <source>(none)</source>
-        <translation>(niente)</translation>
+        <translation type="vanished">(niente)</translation>
     </message>
     <message>
         <source>On screen</source>
-        <translation>Sullo schermo</translation>
+        <translation type="vanished">Sullo schermo</translation>
     </message>
     <message>
         <source>Rules</source>
-        <translation>Regole</translation>
+        <translation type="vanished">Regole</translation>
     </message>
     <message>
         <source>Diary</source>
-        <translation>Diario</translation>
+        <translation type="vanished">Diario</translation>
     </message>
     <message>
         <source>Crash</source>
-        <translation>Arresto anomalo</translation>
+        <translation type="vanished">Arresto anomalo</translation>
     </message>
 </context>
 <context>
     <name>BetaReporter</name>
     <message>
         <source>(none)</source>
-        <translation>(nessuno)</translation>
+        <translation type="vanished">(nessuno)</translation>
     </message>
     <message>
         <source>Error on screen: %1</source>
-        <translation>Errore sullo schermo: %1</translation>
+        <translation type="vanished">Errore sullo schermo: %1</translation>
     </message>
     <message>
         <source>Folders in the list: %1</source>
-        <translation>Cartelle nell’elenco: %1</translation>
+        <translation type="vanished">Cartelle nell’elenco: %1</translation>
     </message>
     <message>
         <source>Tessane Rename %1: problem report</source>
@@ -1161,6 +1165,14 @@
         <source>%1 shots leave files out of the batch</source>
         <translation>%1 scatti lasciano file fuori dal gruppo</translation>
     </message>
+    <message>
+        <source>Couldn’t move %1 to the Trash: %2</source>
+        <translation>Impossibile spostare %1 nel cestino: %2</translation>
+    </message>
+    <message>
+        <source>the update information isn’t signed with this version’s key, so it was ignored</source>
+        <translation>le informazioni sull’aggiornamento non sono firmate con la chiave di questa versione, perciò sono state ignorate</translation>
+    </message>
 </context>
 <context>
     <name>PresetLibrary</name>
@@ -1170,11 +1182,11 @@
     </message>
     <message>
         <source>Couldn’t save the preset “%1”: %2</source>
-        <translation>Impossibile salvare il preset “%1”: %2</translation>
+        <translation type="vanished">Impossibile salvare il preset “%1”: %2</translation>
     </message>
     <message>
         <source>Couldn’t move “%1” to the Trash: %2</source>
-        <translation>Impossibile spostare “%1” nel cestino: %2</translation>
+        <translation type="vanished">Impossibile spostare “%1” nel cestino: %2</translation>
     </message>
 </context>
 <context>
@@ -1300,6 +1312,25 @@
     <message>
         <source>Later</source>
         <translation>Più tardi</translation>
+    </message>
+</context>
+<context>
+    <name>tessane::AppWindows</name>
+    <message>
+        <source>About Tessane Rename</source>
+        <translation>Informazioni su Tessane Rename</translation>
+    </message>
+    <message>
+        <source>Tessane Rename %1 (build %2)</source>
+        <translation>Tessane Rename %1 (build %2)</translation>
+    </message>
+    <message>
+        <source>New names for photos, videos and their sidecars, built from the shooting data, previewed, applied safely and undoable.</source>
+        <translation>Nomi nuovi per foto, video e i loro file sidecar, costruiti dai dati di scatto, mostrati in anteprima, applicati in sicurezza e annullabili.</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU General Public License, version 3 or any later version (%1). It comes with absolutely no warranty.</source>
+        <translation>Software libero sotto la GNU General Public License, versione 3 o qualsiasi versione successiva (%1). Non ha alcuna garanzia.</translation>
     </message>
 </context>
 <context>
@@ -2558,6 +2589,26 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Couldn’t save the report.</source>
         <translation>Non è stato possibile salvare la segnalazione.</translation>
     </message>
+    <message>
+        <source>&amp;Copy</source>
+        <translation>&amp;Copia</translation>
+    </message>
+    <message>
+        <source>Puts the whole report on the clipboard.</source>
+        <translation>Copia l’intera segnalazione negli appunti.</translation>
+    </message>
+    <message>
+        <source>Report copied</source>
+        <translation>Segnalazione copiata</translation>
+    </message>
+    <message>
+        <source>The report, as it will be saved or copied:</source>
+        <translation>La segnalazione, come verrà salvata o copiata:</translation>
+    </message>
+    <message>
+        <source>The report, as it will be saved or copied</source>
+        <translation>La segnalazione, come verrà salvata o copiata</translation>
+    </message>
 </context>
 <context>
     <name>tessane::SettingsWindow</name>
@@ -2779,11 +2830,11 @@ o scegli File ▸ Aggiungi cartella…</translation>
     </message>
     <message>
         <source>Tessane Rename can keep the name the camera gave each file inside the file itself, as an extended attribute. Restore Original Names then works even after several renames. The picture and its metadata are never changed.</source>
-        <translation>Tessane Rename può conservare dentro ogni file, come attributo esteso, il nome che gli ha dato la fotocamera. Così Ripristina i nomi originali funziona anche dopo più rinomine. L’immagine e i suoi metadati non vengono mai modificati.</translation>
+        <translation type="vanished">Tessane Rename può conservare dentro ogni file, come attributo esteso, il nome che gli ha dato la fotocamera. Così Ripristina i nomi originali funziona anche dopo più rinomine. L’immagine e i suoi metadati non vengono mai modificati.</translation>
     </message>
     <message>
         <source>Keep the original name:</source>
-        <translation>Conserva il nome originale:</translation>
+        <translation type="vanished">Conserva il nome originale:</translation>
     </message>
     <message>
         <source>&amp;Always</source>
@@ -2799,7 +2850,7 @@ o scegli File ▸ Aggiungi cartella…</translation>
     </message>
     <message>
         <source>Linux disks (ext4, Btrfs, XFS, F2FS, ZFS) keep the name with the file. Memory cards, exchange drives and network shares (FAT, exFAT, NTFS, SMB, NFS) can lose it when the file is copied, so nothing is written there.</source>
-        <translation>I dischi Linux (ext4, Btrfs, XFS, F2FS, ZFS) conservano il nome insieme al file. Schede di memoria, dischi di scambio e cartelle di rete (FAT, exFAT, NTFS, SMB, NFS) possono perderlo quando il file viene copiato, perciò lì non si scrive nulla.</translation>
+        <translation type="vanished">I dischi Linux (ext4, Btrfs, XFS, F2FS, ZFS) conservano il nome insieme al file. Schede di memoria, dischi di scambio e cartelle di rete (FAT, exFAT, NTFS, SMB, NFS) possono perderlo quando il file viene copiato, perciò lì non si scrive nulla.</translation>
     </message>
     <message>
         <source>&amp;Never</source>
@@ -2808,6 +2859,18 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>Nothing is written. Restore Original Names still knows the names kept before.</source>
         <translation>Non si scrive nulla. Ripristina i nomi originali conosce ancora i nomi conservati prima.</translation>
+    </message>
+    <message>
+        <source>Remember the original name in the files</source>
+        <translation>Ricorda il nome originale nei file</translation>
+    </message>
+    <message>
+        <source>Each renamed file keeps its camera name inside, as an extended attribute, for Restore Original Names; the picture and its metadata are never changed. Memory cards, drives shared with other systems (FAT, exFAT, NTFS) and network shares can lose it when a file is copied, so with “On disks that keep attributes natively” those files are left alone. History can always undo a rename, wherever the files are.</source>
+        <translation>Ogni file rinominato conserva al suo interno il nome dato dalla fotocamera, come attributo esteso, per Ripristina i nomi originali; l’immagine e i suoi metadati non vengono mai modificati. Schede di memoria, dischi condivisi con altri sistemi (FAT, exFAT, NTFS) e cartelle di rete possono perderlo quando un file viene copiato, perciò con “Sui dischi che conservano gli attributi in modo nativo” quei file non vengono toccati. La cronologia può sempre annullare una rinomina, ovunque siano i file.</translation>
+    </message>
+    <message>
+        <source>Linux disks (ext4, Btrfs, XFS, F2FS, ZFS) keep the name with the file; nothing is written on memory cards, exchange drives and network shares (FAT, exFAT, NTFS, SMB, NFS).</source>
+        <translation>I dischi Linux (ext4, Btrfs, XFS, F2FS, ZFS) conservano il nome insieme al file; su schede di memoria, dischi di scambio e cartelle di rete (FAT, exFAT, NTFS, SMB, NFS) non si scrive nulla.</translation>
     </message>
 </context>
 </TS>

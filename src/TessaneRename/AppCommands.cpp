@@ -72,6 +72,8 @@ const std::vector<Command> kCommands{
      "settings"},
     {C::checkForUpdates, M::app, QT_TRANSLATE_NOOP("AppCommands", "Check for Updates…"), "", false,
      ""},
+    {C::about, M::app, QT_TRANSLATE_NOOP("AppCommands", "About Tessane Rename"), "", false,
+     "about"},
     {C::guide, M::help, QT_TRANSLATE_NOOP("AppCommands", "Tessane Rename Guide"), "", false,
      "guide"},
     {C::reportProblem, M::help, QT_TRANSLATE_NOOP("AppCommands", "Report a Problem…"), "", false,
@@ -159,10 +161,23 @@ bool AppCommands::isEnabled(CommandID id, const CommandState& state) {
     case C::deleteAllChanges:
       return state.changeCount > 0;
     case C::checkForUpdates:
-      return state.updaterCanCheck;
+      return state.hasUpdater && state.updaterCanCheck;
+    case C::website:
+      return state.hasWebsite;
     default:
       // Restore Previous Names stays enabled while a batch runs: the model then says that there
       // is nothing to undo.
+      return true;
+  }
+}
+
+bool AppCommands::isOffered(CommandID id, const CommandState& state) {
+  switch (id) {
+    case C::checkForUpdates:
+      return state.hasUpdater;
+    case C::website:
+      return state.hasWebsite;
+    default:
       return true;
   }
 }

@@ -4,9 +4,11 @@
 // turns into a key sequence (Ctrl becomes ⌘ on a Mac build, Alt ⌥).
 //
 // With no main window focused, the commands that act on a window's folders, rules or files are
-// disabled; the presets folder, History, Settings, updates, the guide, the problem report and the
-// web site stay available. The commands that only change a setting (the separator, the order,
-// showing the renamed files) are carried out here, on the preferences.
+// disabled; the presets folder, History, Settings, updates, the guide, the problem report, About
+// and the web site stay available. "Check for Updates…" is offered only by a build with an update
+// feed, "Tessane Rename Website" only by one with a web site (Distribution). The commands that only
+// change a setting (the separator, the order, showing the renamed files) are carried out here, on
+// the preferences.
 #pragma once
 
 #include <optional>
@@ -65,6 +67,7 @@ enum class CommandID {
   history,
   settings,
   checkForUpdates,
+  about,
   guide,
   reportProblem,
   website,
@@ -92,7 +95,9 @@ struct CommandState {
   bool usesNewName = true;          // "Use the New Name": the builder's rule is on
   bool startsFromOriginal = false;  // "Start from the Original Name": the builder keeps it
   // The application.
+  bool hasUpdater = false;  // the build checks for updates
   bool updaterCanCheck = true;
+  bool hasWebsite = false;  // the build names a web site
 };
 
 class AppCommands {
@@ -108,13 +113,14 @@ class AppCommands {
   static QString menuTitle(CommandMenu menu);
 
   static bool isEnabled(CommandID id, const CommandState& state);
+  // Whether the command is in the menus at all: not the update check or the web site of a build
+  // without them.
+  static bool isOffered(CommandID id, const CommandState& state);
   // The tick of a choice or a toggle; nullopt for a plain command.
   static std::optional<bool> isChecked(CommandID id, const CommandState& state,
                                        const Preferences& preferences);
   // Carries out a command that only changes a setting; false for every other command.
   static bool applySetting(CommandID id, Preferences& preferences);
-
-  static constexpr std::string_view kWebsite = "https://tessane.app";
 };
 
 }  // namespace tessane

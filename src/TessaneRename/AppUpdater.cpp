@@ -9,6 +9,9 @@
 #include <QSettings>
 #include <QTimer>
 
+#include <sodium.h>
+
+#include "TessaneRename/Distribution.h"
 #include "TessaneRename/Messages.h"
 
 namespace tessane {
@@ -51,16 +54,47 @@ std::optional<UpdateFeed> parseUpdateFeed(const QByteArray& text) {
   return feed;
 }
 
-QUrl AppUpdater::defaultFeed() {
-  return QUrl("https://tessane.app/updates.json");
+std::optional<QByteArray> openSignedFeed(const QByteArray& envelope, const QByteArray& publicKey) {
+  if (publicKey.size() != crypto_sign_PUBLICKEYBYTES || sodium_init() < 0) return std::nullopt;
+  QJsonParseError error;
+  const QJsonDocument document = QJsonDocument::fromJson(envelope, &error);
+  if (error.error != QJsonParseError::NoError || !document.isObject()) return std::nullopt;
+  const QJsonObject object = document.object();
+  const auto decoded = [&](const char* key) -> std::optional<QByteArray> {
+    const QJsonValue value = object.value(QLatin1String(key));
+    if (!value.isString()) return std::nullopt;
+    auto bytes = QByteArray::fromBase64Encoding(value.toString().toLatin1(),
+                                                QByteArray::AbortOnBase64DecodingErrors);
+    if (!bytes) return std::nullopt;
+    return *bytes;
+  };
+  const std::optional<QByteArray> feed = decoded("feed");
+  const std::optional<QByteArray> signature = decoded("signature");
+  if (!feed || !signature || signature->size() != crypto_sign_BYTES) return std::nullopt;
+  const bool good = crypto_sign_verify_detached(
+                        reinterpret_cast<const unsigned char*>(signature->constData()),
+                        reinterpret_cast<const unsigned char*>(feed->constData()),
+                        static_cast<unsigned long long>(feed->size()),
+                        reinterpret_cast<const unsigned char*>(publicKey.constData())) == 0;
+  if (!good) return std::nullopt;
+  return feed;
 }
 
-AppUpdater::AppUpdater(QSettings& settings, QVersionNumber current, QUrl feed, QObject* parent)
+AppUpdater::AppUpdater(QSettings& settings, QVersionNumber current, QUrl feed, QByteArray publicKey,
+                       QObject* parent)
     : QObject(parent),
       settings_(settings),
       current_(std::move(current)),
       feed_(std::move(feed)),
+      publicKey_(std::move(publicKey)),
       network_(new QNetworkAccessManager(this)) {}
+
+std::unique_ptr<AppUpdater> AppUpdater::forBuild(QSettings& settings, QVersionNumber current,
+                                                 const Distribution& distribution) {
+  if (!distribution.checksForUpdates()) return nullptr;
+  return std::make_unique<AppUpdater>(settings, std::move(current), distribution.updateFeed,
+                                      distribution.updateKey);
+}
 
 AppUpdater::~AppUpdater() {
   if (reply_ != nullptr) {
@@ -73,8 +107,8 @@ void AppUpdater::setTimeout(std::chrono::milliseconds timeout) {
   timeout_ = timeout;
 }
 
-bool AppUpdater::automaticChecksEnabled() const {
-  const QVariant value = settings_.value(kAutomaticKey);
+bool AppUpdater::automaticChecksEnabledIn(const QSettings& settings) {
+  const QVariant value = settings.value(kAutomaticKey);
   return value.typeId() == QMetaType::Bool ? value.toBool()
                                            : value.toString() != QLatin1String("false");
 }
@@ -150,7 +184,11 @@ void AppUpdater::finished(bool manual) {
     result.message = text(Messages::updateCheckFailed(Messages::updateServerTooSlow()));
   } else if (error != QNetworkReply::NoError) {
     result.message = text(Messages::updateCheckFailed(utf8(reply->errorString())));
-  } else if (auto feed = parseUpdateFeed(reply->read(kMostFeedBytes))) {
+  } else if (const std::optional<QByteArray> bytes =
+                 openSignedFeed(reply->read(kMostFeedBytes), publicKey_);
+             !bytes) {
+    result.message = text(Messages::updateCheckFailed(Messages::updateFeedNotSigned()));
+  } else if (auto feed = parseUpdateFeed(*bytes)) {
     result.feed = std::move(feed);
     const bool newer = result.feed->version > current_;
     result.outcome =

@@ -1,6 +1,5 @@
 #include "BetaReport.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QLocale>
 #include <QSysInfo>
@@ -16,7 +15,7 @@ QString firstLineOf(const std::filesystem::path& file) {
 }
 
 QString section(const char* title, const QString& body) {
-  return QStringLiteral("\n\n— ") + QCoreApplication::translate("BetaReport", title) + "\n" + body;
+  return QStringLiteral("\n\n— ") + QLatin1String(title) + "\n" + body;
 }
 
 }  // namespace
@@ -31,10 +30,11 @@ QString hardwareModel(const std::filesystem::path& root) {
   return model.isEmpty() ? QStringLiteral("?") : model;
 }
 
-BetaReport::System BetaReport::System::current(const QString& version,
+BetaReport::System BetaReport::System::current(const QString& version, const QString& build,
                                                const std::filesystem::path& root) {
   System s;
   s.app = "Tessane " + version;
+  if (!build.isEmpty()) s.app += " (" + build + ")";
   s.os = QSysInfo::prettyProductName();
   s.machine = hardwareModel(root);
   s.architecture = QSysInfo::currentCpuArchitecture();
@@ -50,14 +50,12 @@ QString BetaReport::headerLine() const {
 
 QString BetaReport::text() const {
   QString out = headerLine();
-  out += section(
-      QT_TRANSLATE_NOOP("BetaReport", "What happened"),
-      comment.trimmed().isEmpty() ? QCoreApplication::translate("BetaReport", "(none)") : comment);
+  out += section("What happened", comment.trimmed().isEmpty() ? QStringLiteral("(none)") : comment);
   if (!includesDetails) return out + "\n";
-  out += section(QT_TRANSLATE_NOOP("BetaReport", "On screen"), context);
-  out += section(QT_TRANSLATE_NOOP("BetaReport", "Rules"), rules);
-  out += section(QT_TRANSLATE_NOOP("BetaReport", "Diary"), diary.join('\n'));
-  if (crash) out += section(QT_TRANSLATE_NOOP("BetaReport", "Crash"), *crash);
+  out += section("On screen", context);
+  out += section("Rules", rules);
+  out += section("Diary", diary.join('\n'));
+  if (crash) out += section("Crash", *crash);
   return out + "\n";
 }
 

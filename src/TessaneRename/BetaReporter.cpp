@@ -8,6 +8,7 @@
 
 #include "RenameIO/DataFolder.h"
 #include "TessaneRename/DesktopServices.h"
+#include "TessaneRename/Distribution.h"
 
 namespace tessane {
 namespace {
@@ -33,6 +34,7 @@ BetaReporter::BetaReporter(std::filesystem::path folder, QString version, Deskto
                            std::filesystem::path temporaryFolder, QObject* parent)
     : QObject(parent),
       version_(std::move(version)),
+      address_(Distribution::ofThisBuild().reportAddress),
       desktop_(desktop),
       temporaryFolder_(std::move(temporaryFolder)),
       diary_(std::make_unique<BetaDiary>(folder / "Diary.log")),
@@ -51,21 +53,21 @@ void BetaReporter::quit() {
   watch_->stop();
 }
 
+// In English whatever the interface's language, like the rest of the report: its readers are the
+// developers.
 void BetaReporter::setContext(const QString& errorOnScreen, const QStringList& folders,
                               const QString& rules) {
-  const QString none = QCoreApplication::translate("BetaReporter", "(none)");
-  context_ = QCoreApplication::translate("BetaReporter", "Error on screen: %1")
-                 .arg(errorOnScreen.isEmpty() ? none : errorOnScreen) +
-             "\n" +
-             QCoreApplication::translate("BetaReporter", "Folders in the list: %1")
-                 .arg(folders.isEmpty() ? none : folders.join(", "));
+  const QString none = QStringLiteral("(none)");
+  context_ =
+      QStringLiteral("Error on screen: ") + (errorOnScreen.isEmpty() ? none : errorOnScreen) +
+      QStringLiteral("\nFolders in the list: ") + (folders.isEmpty() ? none : folders.join(", "));
   rules_ = rules;
 }
 
 BetaReport BetaReporter::report(const QString& comment, bool includesDetails) const {
   BetaReport r;
   r.comment = comment;
-  r.system = BetaReport::System::current(version_);
+  r.system = BetaReport::System::current(version_, Distribution::ofThisBuild().buildNumber);
   r.context = context_;
   for (const std::string& line : diary_->lines())
     r.diary << QString::fromStdString(line);
@@ -76,6 +78,7 @@ BetaReport BetaReporter::report(const QString& comment, bool includesDetails) co
 }
 
 bool BetaReporter::send(const QString& comment, bool includesDetails) {
+  if (!sends()) return false;
   const QString text = report(comment, includesDetails).text();
   const QString subject =
       QCoreApplication::translate("BetaReporter", "Tessane Rename %1: problem report")
@@ -84,7 +87,7 @@ bool BetaReporter::send(const QString& comment, bool includesDetails) {
   bool handed = false;
   if (writeAtomically(attachment, text)) {
     MailDraft draft;
-    draft.recipient = kSupportAddress;
+    draft.recipient = address_;
     draft.subject = subject;
     draft.body =
         QCoreApplication::translate("BetaReporter", "The details are in the attached file.");
@@ -94,7 +97,7 @@ bool BetaReporter::send(const QString& comment, bool includesDetails) {
   if (!handed) {
     QUrl mail;
     mail.setScheme("mailto");
-    mail.setPath(kSupportAddress);
+    mail.setPath(address_);
     QUrlQuery query;
     query.addQueryItem("subject", QString::fromUtf8(QUrl::toPercentEncoding(subject)));
     query.addQueryItem("body", QString::fromUtf8(QUrl::toPercentEncoding(text)));

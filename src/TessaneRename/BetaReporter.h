@@ -2,7 +2,8 @@
 // launch and what the main window supplies (the error on screen, the folders in the list, the
 // rules being built), and makes, sends and saves the report. Nothing is sent without the user:
 // sending hands the report to the mail application (with the full text as an attached file), or,
-// when none can take it, opens a "mailto:" address with the text as the body.
+// when none can take it, opens a "mailto:" address with the text as the body. Only a build given a
+// report address (Distribution) sends; any other saves or copies the report.
 //
 // The diagnostics live in the data folder's "Beta": Diary.log, Crash.txt and the marker.
 #pragma once
@@ -28,7 +29,6 @@ class BetaReporter : public QObject {
   Q_PROPERTY(QString statusMessage READ statusMessage NOTIFY statusMessageChanged)
 
  public:
-  static constexpr const char* kSupportAddress = "beta@tessane.app";
   static constexpr const char* kSaveName = "Tessane Rename report.txt";
 
   // "$XDG_DATA_HOME/Tessane Rename/Beta".
@@ -52,8 +52,14 @@ class BetaReporter : public QObject {
   void setContext(const QString& errorOnScreen, const QStringList& folders, const QString& rules);
   const QString& context() const { return context_; }
 
+  // Where reports are sent; the build's address unless set (empty: reports aren't sent).
+  void setAddress(const QString& address) { address_ = address; }
+  const QString& address() const { return address_; }
+  bool sends() const { return !address_.isEmpty(); }
+
   BetaReport report(const QString& comment, bool includesDetails) const;
-  // Hands the report to the mail application; "Report sent to your mail app" then.
+  // Hands the report to the mail application; "Report sent to your mail app" then. False, and
+  // nothing done, without an address.
   bool send(const QString& comment, bool includesDetails);
   // Writes the report atomically in UTF-8 (the save panel proposes kSaveName).
   bool save(const std::filesystem::path& file, const QString& comment, bool includesDetails);
@@ -67,6 +73,7 @@ class BetaReporter : public QObject {
   void setStatusMessage(const QString& message);
 
   QString version_;
+  QString address_;
   DesktopServices& desktop_;
   std::filesystem::path temporaryFolder_;
   std::unique_ptr<BetaDiary> diary_;

@@ -499,4 +499,20 @@ std::string updateFeedUnreadable() {
   return translated(QT_TRANSLATE_NOOP("Messages", "the update information can’t be read"));
 }
 
+std::string presetNotSaved(std::string_view name, const IOError& error) {
+  return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t save the preset %1: %2"),
+                    Messages::quoted(name), reason(error.code));
+}
+
+std::string presetNotTrashed(std::string_view name, std::string_view why) {
+  return translated(QT_TRANSLATE_NOOP("Messages", "Couldn’t move %1 to the Trash: %2"),
+                    Messages::quoted(name), why);
+}
+
+std::string updateFeedNotSigned() {
+  return translated(QT_TRANSLATE_NOOP(
+      "Messages",
+      "the update information isn’t signed with this version’s key, so it was ignored"));
+}
+
 }  // namespace tessane::Messages

@@ -61,6 +61,10 @@ std::string addFolderToGoBack();
 std::string historyNotSaved();  // the batch was made, its record could not be written
 std::string foldersSelected(std::int64_t count);
 std::string notABodyTable(const std::filesystem::path& file);
+// The preset library's: "Couldn’t save the preset “Beach”: Permission denied", with the system's
+// reason in the interface's language, and a preset that couldn't go to the Trash.
+std::string presetNotSaved(std::string_view name, const IOError& error);
+std::string presetNotTrashed(std::string_view name, std::string_view reason);
 
 // The clock-sync card: "Z6 clock: +0:02:00", or "Z6 was already in time", for the body shown
 // as `body` (its tag, else its key); and the note under it.
@@ -80,5 +84,6 @@ std::string upToDate(std::string_view current);
 std::string updateCheckFailed(std::string_view reason);  // "Couldn’t check for updates: …"
 std::string updateServerTooSlow();
 std::string updateFeedUnreadable();
+std::string updateFeedNotSigned();  // not signed with the key this build trusts
 
 }  // namespace tessane::Messages

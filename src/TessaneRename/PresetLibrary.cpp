@@ -6,7 +6,6 @@
 #include <QSettings>
 
 #include <algorithm>
-#include <system_error>
 
 #include "TessaneRename/DesktopServices.h"
 
@@ -42,6 +41,10 @@ bool PresetLibrary::reload() {
   if (!listing) {
     setErrorMessage(QCoreApplication::translate("PresetLibrary", "Couldn’t read the presets."));
     return false;
+  }
+  // The folder reads again: its failure is over.
+  if (errorMessage_ == QCoreApplication::translate("PresetLibrary", "Couldn’t read the presets.")) {
+    setErrorMessage({});
   }
   entries_ = std::move(listing.value().presets);
   unreadable_.clear();
@@ -79,11 +82,10 @@ bool PresetLibrary::saveAs(const QString& name, const RuleStack& rules) {
 bool PresetLibrary::write(const Preset& preset) {
   Result<std::filesystem::path> saved = store_.save(preset);
   if (!saved) {
-    setErrorMessage(
-        QCoreApplication::translate("PresetLibrary", "Couldn’t save the preset “%1”: %2")
-            .arg(q(preset.name), q(std::generic_category().message(saved.error().code))));
+    setErrorMessage(q(Messages::presetNotSaved(preset.name, saved.error())));
     return false;
   }
+  setErrorMessage({});
   reload();
   setCurrent(preset);
   noteRecent(preset.name);
@@ -96,11 +98,11 @@ bool PresetLibrary::remove(const std::filesystem::path& file) {
   const std::optional<std::string> name =
       entry != entries_.end() ? std::optional(entry->preset.name) : std::nullopt;
   if (auto failure = desktop_.moveToTrash(file)) {
-    setErrorMessage(
-        QCoreApplication::translate("PresetLibrary", "Couldn’t move “%1” to the Trash: %2")
-            .arg(q(name.value_or(file.filename().string())), *failure));
+    setErrorMessage(q(Messages::presetNotTrashed(name.value_or(file.filename().string()),
+                                                 failure->toStdString())));
     return false;
   }
+  setErrorMessage({});
   reload();
   // Two files may hold presets of one name; the current one is gone only if no file holds it.
   if (current_ && name == current_->name) {

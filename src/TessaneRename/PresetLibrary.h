@@ -1,7 +1,9 @@
 // The presets the user saved (named rule stacks) and the one in use in a window, observable by
 // the windows. Files are read and written by PresetStore; deleting moves the file to the Trash.
 // Failures never reach the views as exceptions: they set errorMessage ("Couldn’t read the
-// presets." when the folder can't be listed, the list then left as it was).
+// presets." when the folder can't be listed, the list then left as it was; the store's failures
+// in the message layer's words, the system's reason in the interface's language). The next save or
+// delete that works clears it, as does the next listing that works a listing failure.
 //
 // The window hands the library the rules it is building: loading gives back the preset's stack
 // for the folder model, saving takes the model's stack. Setting `current` or the message to the

@@ -22,7 +22,12 @@ int main(int argc, char** argv) {
       "data, previewed, applied safely and undoable.",
       "tessane"};
   app.require_subcommand(1);
-  app.set_version_flag("--version", "tessane " TESSANE_VERSION);
+  app.set_version_flag("--version",
+                       "tessane " TESSANE_VERSION
+                       "\nLicense GPL-3.0-or-later: GNU GPL version 3 or later "
+                       "(/usr/share/common-licenses/GPL-3 on Debian).\n"
+                       "This is free software: you are free to change and redistribute it.\n"
+                       "There is NO WARRANTY, to the extent permitted by law.");
   cli::addRenameCommands(app, tool, exitCode);
   cli::addHistoryCommands(app, tool, exitCode);
   cli::addListCommand(app, tool, exitCode);

@@ -26,9 +26,24 @@ TEST(AppCommandsTest, WithoutAFocusedWindowOnlyTheApplicationsCommandsWork) {
     EXPECT_FALSE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
   for (CommandID id : AppCommands::commandsIn(CommandMenu::changes))
     EXPECT_FALSE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
-  for (CommandID id : {CommandID::newWindow, CommandID::history, CommandID::settings,
-                       CommandID::guide, CommandID::reportProblem, CommandID::showPresets})
+  for (CommandID id :
+       {CommandID::newWindow, CommandID::history, CommandID::settings, CommandID::guide,
+        CommandID::reportProblem, CommandID::showPresets, CommandID::about})
     EXPECT_TRUE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
+
+  // A build without an update feed or a web site has neither command.
+  for (CommandID id : {CommandID::checkForUpdates, CommandID::website}) {
+    EXPECT_FALSE(AppCommands::isOffered(id, none)) << AppCommands::title(id).toStdString();
+    EXPECT_FALSE(AppCommands::isEnabled(id, none)) << AppCommands::title(id).toStdString();
+  }
+  CommandState given;
+  given.hasUpdater = true;
+  given.hasWebsite = true;
+  EXPECT_TRUE(AppCommands::isOffered(CommandID::checkForUpdates, given));
+  EXPECT_TRUE(AppCommands::isEnabled(CommandID::website, given));
+  given.updaterCanCheck = false;  // while it checks
+  EXPECT_TRUE(AppCommands::isOffered(CommandID::checkForUpdates, given));
+  EXPECT_FALSE(AppCommands::isEnabled(CommandID::checkForUpdates, given));
 }
 
 TEST(AppCommandsTest, ChangeCommandsFollowTheSelectedChange) {

@@ -13,6 +13,8 @@
 #include "TessaneRename/BetaDiary.h"
 #include "TessaneRename/BetaReport.h"
 #include "TessaneRename/BetaReporter.h"
+#include "TessaneRename/Distribution.h"
+#include "TessaneRename/InterfaceTranslation.h"
 
 namespace tessane {
 namespace {
@@ -76,6 +78,7 @@ TEST(BetaReportTest, HardwareModelFromFirmwareElseDeviceTreeElseUnknown) {
 class BetaReporterTest : public ::testing::Test {
  protected:
   BetaReporterTest() : reporter_(dir_.path() / "Beta", "0.1.0", desktop_, dir_.path()) {
+    reporter_.setAddress("problems@example.org");
     reporter_.setContext("Fix the errors before renaming.", {"/photos/Rome"}, "{\"rules\":[]}");
   }
   TempFolder dir_;
@@ -87,7 +90,7 @@ TEST_F(BetaReporterTest, SendsTheReportAsAnAttachmentElseAsAMailtoAddress) {
   ASSERT_TRUE(reporter_.send("It & stopped = 100% #1", true));
   ASSERT_EQ(desktop_.mails.size(), 1u);
   const MailDraft mail = desktop_.mails[0];
-  EXPECT_EQ(mail.recipient, BetaReporter::kSupportAddress);
+  EXPECT_EQ(mail.recipient, "problems@example.org");
   EXPECT_TRUE(mail.subject.endsWith(": problem report"));
   ASSERT_TRUE(mail.attachment.has_value());
   const QString text = QString::fromUtf8(contentsOf(*mail.attachment).c_str());
@@ -100,13 +103,42 @@ TEST_F(BetaReporterTest, SendsTheReportAsAnAttachmentElseAsAMailtoAddress) {
   ASSERT_EQ(desktop_.opened.size(), 1u);
   const QUrl url = desktop_.opened[0];
   EXPECT_EQ(url.scheme(), "mailto");
-  EXPECT_EQ(url.path(), BetaReporter::kSupportAddress);
+  EXPECT_EQ(url.path(), "problems@example.org");
   const QUrlQuery query(url);
   EXPECT_EQ(query.queryItemValue("subject", QUrl::FullyDecoded), mail.subject);
   // The body is the report itself, every character intact.
   const QString body = query.queryItemValue("body", QUrl::FullyDecoded);
   EXPECT_TRUE(body.contains("— What happened\nIt & stopped = 100% #1\n"));
   EXPECT_EQ(body.section("— Diary", 0, 0), text.section("— Diary", 0, 0));
+}
+
+// The developers read the report: its header names the build, its headings are in English whatever
+// the interface speaks, and the user's words stay as typed.
+TEST_F(BetaReporterTest, TheHeaderNamesTheBuildAndTheHeadingsStayEnglish) {
+  const InterfaceTranslation italian(AppLanguage::italian, QLocale("en_US"));
+  reporter_.setContext({}, {}, "{}");
+  const QString text = reporter_.report("Il nome è sbagliato", true).text();
+  const QString build = Distribution::ofThisBuild().buildNumber;
+  ASSERT_FALSE(build.isEmpty());
+  EXPECT_TRUE(text.startsWith("Tessane 0.1.0 (" + build + "), ")) << text.toStdString();
+  for (const char* heading : {"\n\n— What happened\nIl nome è sbagliato\n", "\n\n— On screen\n",
+                              "Error on screen: (none)\nFolders in the list: (none)",
+                              "\n\n— Rules\n{}", "\n\n— Diary\n"}) {
+    EXPECT_TRUE(text.contains(QString::fromUtf8(heading))) << heading << "\n" << text.toStdString();
+  }
+  EXPECT_TRUE(reporter_.report({}, false).text().endsWith("— What happened\n(none)\n"));
+}
+
+TEST_F(BetaReporterTest, WithoutAnAddressNothingIsSent) {
+  reporter_.setAddress({});
+  EXPECT_FALSE(reporter_.sends());
+  EXPECT_FALSE(reporter_.send("Something broke", true));
+  EXPECT_TRUE(desktop_.mails.empty());
+  EXPECT_TRUE(desktop_.opened.empty());
+  if (Distribution::ofThisBuild().reportAddress.isEmpty()) {
+    const BetaReporter fresh(dir_.path() / "Beta", "0.1.0", desktop_, dir_.path());
+    EXPECT_FALSE(fresh.sends()) << "this build was given no report address";
+  }
 }
 
 TEST_F(BetaReporterTest, SavesTheReportAtomically) {

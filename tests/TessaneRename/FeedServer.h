@@ -11,7 +11,8 @@
 namespace tessane::testing {
 
 // A version feed served over HTTP on the loopback interface. Silent, it takes the request and
-// never answers; closed, nothing listens on its port.
+// never answers; closed, nothing listens on its port. As a trap (the application's HTTP proxy), it
+// counts every request the program makes, whatever its address.
 class FeedServer {
  public:
   enum class Mode { answers, silent, closed };
@@ -36,6 +37,7 @@ class FeedServer {
   }
 
   QUrl url() const { return QUrl(QString("http://127.0.0.1:%1/updates.json").arg(port_)); }
+  quint16 port() const { return port_; }
   int requests = 0;
 
  private:

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QLocale>
 #include <QSettings>
 
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include "FakeDesktopServices.h"
 #include "QtPrinting.h"
 #include "TempFolder.h"
+#include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/PresetLibrary.h"
 
 namespace tessane {
@@ -104,8 +106,8 @@ TEST_F(PresetLibraryTest, DeleteMovesToTheTrashAndClearsTheCurrentPreset) {
   EXPECT_EQ(library_.currentName(), "Wedding");
 
   desktop_.trashFailure.reset();
-  library_.clearError();
   EXPECT_TRUE(library_.remove(wedding));
+  EXPECT_TRUE(library_.errorMessage().isEmpty()) << "a delete that works clears the last failure";
   EXPECT_TRUE(std::filesystem::exists(dir_.path() / "Trash" / "Wedding.tessanepreset"));
   EXPECT_EQ(library_.presetNames(), QStringList{"Beach"});
   EXPECT_EQ(library_.current(), std::nullopt);
@@ -131,7 +133,27 @@ TEST_F(PresetLibraryTest, AnUnreadableFolderKeepsTheListAndSaysSo) {
   EXPECT_EQ(library_.presetNames(), QStringList{"Wedding"});
 
   EXPECT_FALSE(library_.saveAs("Beach", stackOf({})));
-  EXPECT_TRUE(library_.errorMessage().startsWith("Couldn’t save the preset “Beach”: "));
+  EXPECT_EQ(library_.errorMessage(), "Couldn’t save the preset “Beach”: Not a directory");
+  {
+    // The system's reason speaks the interface's language, like the sentence around it.
+    const InterfaceTranslation italian(AppLanguage::italian, QLocale("en_US"));
+    EXPECT_FALSE(library_.saveAs("Beach", stackOf({})));
+    EXPECT_EQ(library_.errorMessage(), "Impossibile salvare il preset “Beach”: Non è una cartella");
+  }
+
+  // The folder back: the list reads again and a save works, and neither failure stays shown.
+  std::filesystem::remove(folder());
+  ASSERT_TRUE(library_.reload());
+  EXPECT_FALSE(library_.errorMessage().isEmpty()) << "the failed save is still news";
+  ASSERT_TRUE(library_.saveAs("Beach", stackOf({})));
+  EXPECT_TRUE(library_.errorMessage().isEmpty());
+
+  std::filesystem::remove_all(folder());
+  std::ofstream(folder()) << "not a folder";
+  EXPECT_FALSE(library_.reload());
+  std::filesystem::remove(folder());
+  ASSERT_TRUE(library_.reload());
+  EXPECT_TRUE(library_.errorMessage().isEmpty()) << "the folder reads again";
 }
 
 TEST_F(PresetLibraryTest, ShowsItsFolderInTheFileManager) {

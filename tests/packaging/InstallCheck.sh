@@ -22,7 +22,9 @@ prefix="$work/prefix"
 cmake --install "$build" --prefix "$prefix" >/dev/null
 
 # Nothing installed may point into the build.
-for program in "$prefix"/bin/tessane "$prefix"/bin/tessane-rename "$prefix"/lib/tessane-rename/*.so; do
+modules_installed=("$prefix"/lib/*/tessane-rename/*.so "$prefix"/lib/tessane-rename/*.so)
+for program in "$prefix"/bin/tessane "$prefix"/bin/tessane-rename "${modules_installed[@]}"; do
+  [ -e "$program" ] || continue
   if readelf -d "$program" | grep -E 'R(UN)?PATH' | grep -F "$build" >/dev/null; then
     fail "$program keeps a run path into the build: $(readelf -d "$program" | grep -E 'R(UN)?PATH')"
   fi
@@ -48,6 +50,14 @@ for size in 16x16 32x32 48x48 256x256 scalable; do
   ls "$prefix/share/icons/hicolor/$size/apps/app.tessane.Rename".* >/dev/null ||
     fail "no $size icon"
 done
-gzip -dc "$prefix/share/man/man1/tessane.1.gz" | grep "Tessane Rename $version" >/dev/null ||
-  fail "the man page does not name version $version"
+for page in tessane tessane-rename; do
+  gzip -dc "$prefix/share/man/man1/$page.1.gz" | grep "Tessane Rename $version" >/dev/null ||
+    fail "the man page of $page does not name version $version"
+done
+gzip -dc "$prefix/share/doc/tessane-rename/changelog.gz" | grep "^tessane-rename ($version)" >/dev/null ||
+  fail "the changelog has no entry for $version"
+grep -q '^License: GPL-3+$' "$prefix/share/doc/tessane-rename/copyright" ||
+  fail "the copyright file does not name the licence"
+grep -q '<project_license>GPL-3.0-or-later</project_license>' \
+  "$prefix/share/metainfo/app.tessane.Rename.metainfo.xml" || fail "the metainfo names another licence"
 echo "installed tree works from $prefix"

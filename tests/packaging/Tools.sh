@@ -25,6 +25,7 @@ run_tool() {
   out="$(env HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
     "$tessane" --version)" || fail "$tessane --version exited with $?"
   [[ "$out" == *"$version"* ]] || fail "tessane --version printed '$out', not $version"
+  [[ "$out" == *"GPL-3.0-or-later"* ]] || fail "tessane --version does not name the licence: $out"
   env HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data" \
     "$tessane" demo "$work/shoot" >"$work/demo.txt" 2>&1 || {
     cat "$work/demo.txt" >&2

@@ -4,12 +4,14 @@
 #include <QAction>
 #include <QApplication>
 #include <QEvent>
+#include <QMessageBox>
 
 #include <algorithm>
 
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/DesktopServices.h"
+#include "TessaneRename/Distribution.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Windows/Appearance.h"
 #include "TessaneRename/Windows/BodiesPane.h"
@@ -73,6 +75,7 @@ AppWindows::AppWindows(AppContext& app, DesktopServices& desktop, BetaReporter& 
 
 AppWindows::~AppWindows() {
   app_.bodies().setOnChange(nullptr);
+  about_.reset();
   settings_.reset();
   history_.reset();
   guide_.reset();
@@ -113,6 +116,7 @@ void AppWindows::setUpdater(AppUpdater* updater) {
   updater_ = updater;
   for (MainWindow* window : mainWindows())
     window->setUpdater(updater);
+  if (settings_) settings_->setOffersUpdateCheck(updater_ != nullptr);
 }
 
 std::vector<MainWindow*> AppWindows::mainWindows() const {
@@ -152,7 +156,7 @@ void AppWindows::closed(MainWindow* window) {
   main.reset();
   if (mains_.empty()) {
     for (QWidget* w : std::initializer_list<QWidget*>{settings_.get(), history_.get(), guide_.get(),
-                                                      report_.get()}) {
+                                                      report_.get(), about_.get()}) {
       if (w != nullptr) w->close();
     }
   } else {
@@ -177,6 +181,9 @@ void AppWindows::run(CommandID id) {
     case CommandID::reportProblem:
       showReport();
       break;
+    case CommandID::about:
+      showAbout();
+      break;
     default:
       break;
   }
@@ -193,6 +200,7 @@ SettingsWindow& AppWindows::showSettings() {
       }
       return files;
     });
+    w->setOffersUpdateCheck(updater_ != nullptr);
     connect(w.get(), &SettingsWindow::changed, this, &AppWindows::settingsChanged);
     return w;
   });
@@ -226,6 +234,30 @@ ReportWindow& AppWindows::showReport() {
       raise(report_, [this] { return std::make_unique<ReportWindow>(reporter_); });
   window.refresh();
   return window;
+}
+
+QMessageBox& AppWindows::showAbout() {
+  return raise(about_, [] {
+    const Distribution& build = Distribution::ofThisBuild();
+    auto box = std::make_unique<QMessageBox>();
+    box->setObjectName("aboutBox");
+    box->setWindowTitle(tr("About Tessane Rename"));
+    box->setIconPixmap(QApplication::windowIcon().pixmap(64, 64));
+    box->setText(tr("Tessane Rename %1 (build %2)")
+                     .arg(QString::fromUtf8(TESSANE_VERSION), build.buildNumber));
+    QString about = tr("New names for photos, videos and their sidecars, built from the shooting "
+                       "data, previewed, applied safely and undoable.") +
+                    "\n\n" +
+                    tr("Free software under the GNU General Public License, version 3 or any later "
+                       "version (%1). It comes with absolutely no warranty.")
+                        .arg(QString::fromUtf8(kLicenseName));
+    if (!build.website.isEmpty()) about += "\n\n" + build.website.toString();
+    box->setInformativeText(about);
+    box->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box->setStandardButtons(QMessageBox::Close);
+    box->setModal(false);
+    return box;
+  });
 }
 
 void AppWindows::settingsChanged(SettingsWindow::Change change) {

@@ -17,6 +17,8 @@
 #include "TessaneRename/AppCommands.h"
 #include "TessaneRename/Windows/SettingsWindow.h"
 
+class QMessageBox;
+
 namespace tessane {
 
 class AppContext;
@@ -52,10 +54,13 @@ class AppWindows : public QObject {
   HistoryWindow& showHistory();
   GuideWindow& showGuide();
   ReportWindow& showReport();
+  // The version, its build number and the licence.
+  QMessageBox& showAbout();
 
   AppearanceStyle& appearance() const { return *appearance_; }
 
-  // The update check that every main window's "Check for Updates…" calls (none by default).
+  // The update check that every main window's "Check for Updates…" calls and the settings turn on
+  // or off; none by default, and then neither the command nor the setting is shown.
   void setUpdater(AppUpdater* updater);
 
   // After a change of the settings: the open windows' previews follow it. A new counter start or
@@ -81,6 +86,7 @@ class AppWindows : public QObject {
   std::unique_ptr<HistoryWindow> history_;
   std::unique_ptr<GuideWindow> guide_;
   std::unique_ptr<ReportWindow> report_;
+  std::unique_ptr<QMessageBox> about_;
 };
 
 }  // namespace tessane

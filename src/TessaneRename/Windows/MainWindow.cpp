@@ -30,6 +30,7 @@
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/DesktopServices.h"
+#include "TessaneRename/Distribution.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/Preferences.h"
@@ -108,6 +109,7 @@ bool isAvailable(CommandID id) {
     case CommandID::separatorNothing:
     case CommandID::website:
     case CommandID::checkForUpdates:
+    case CommandID::about:
     case CommandID::newWindow:
     case CommandID::history:
     case CommandID::settings:
@@ -137,7 +139,11 @@ class NameDelegate : public QStyledItemDelegate {
 
 MainWindow::MainWindow(FolderModel& model, AppContext& app, DesktopServices& desktop,
                        QWidget* parent)
-    : QMainWindow(parent), model_(model), app_(app), desktop_(desktop) {
+    : QMainWindow(parent),
+      model_(model),
+      app_(app),
+      desktop_(desktop),
+      website_(Distribution::ofThisBuild().website) {
   setWindowTitle(tr("Tessane Rename"));
   setAcceptDrops(true);
   fileList_ = new FileListModel(model_, this);
@@ -588,7 +594,9 @@ CommandState MainWindow::commandState() const {
   state.usesNewName = builder_->builder().usesNewName;
   state.startsFromOriginal =
       builder_->builder().way == NameBuilder::Way::startFromOriginal && !builder_->writesByHand();
+  state.hasUpdater = updater_ != nullptr;
   state.updaterCanCheck = updater_ != nullptr && updater_->canCheck();
+  state.hasWebsite = !website_.isEmpty();
   return state;
 }
 
@@ -599,11 +607,17 @@ void MainWindow::setUpdater(AppUpdater* updater) {
   updateCommands();
 }
 
+void MainWindow::setWebsite(const QUrl& website) {
+  website_ = website;
+  updateCommands();
+}
+
 void MainWindow::updateCommands() {
   const CommandState state = commandState();
   const Preferences preferences = app_.preferences();
   for (auto& [id, a] : actions_) {
     a->setText(AppCommands::title(id, state));
+    a->setVisible(AppCommands::isOffered(id, state));
     a->setEnabled(isAvailable(id) && AppCommands::isEnabled(id, state));
     const std::optional<bool> checked = AppCommands::isChecked(id, state, preferences);
     a->setCheckable(checked.has_value());
@@ -757,6 +771,7 @@ bool MainWindow::runOtherCommand(CommandID id) {
     case CommandID::newWindow:
     case CommandID::history:
     case CommandID::settings:
+    case CommandID::about:
     case CommandID::guide:
     case CommandID::reportProblem:
       emit applicationCommand(id);
@@ -765,8 +780,7 @@ bool MainWindow::runOtherCommand(CommandID id) {
       inspector_->setVisible(!inspector_->isVisible());
       return true;
     case CommandID::website:
-      desktop_.openUrl(QUrl(QString::fromUtf8(
-          AppCommands::kWebsite.data(), static_cast<qsizetype>(AppCommands::kWebsite.size()))));
+      if (!website_.isEmpty()) desktop_.openUrl(website_);
       return true;
     default:
       return false;

@@ -9,6 +9,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QUrl>
 
 #include <filesystem>
 #include <map>
@@ -64,8 +65,12 @@ class MainWindow : public QMainWindow {
   void showGrid(bool grid);
   bool showsGrid() const;
   QAction* action(CommandID id) const;
-  // The update check behind "Check for Updates…" (disabled without one, and while it checks).
+  // The update check behind "Check for Updates…" (not in the menu without one, disabled while it
+  // checks).
   void setUpdater(AppUpdater* updater);
+  // The address "Tessane Rename Website" opens (not in the menu when empty); the build's own by
+  // default.
+  void setWebsite(const QUrl& website);
 
   // What the command table needs to know of this window.
   CommandState commandState() const;
@@ -152,6 +157,7 @@ class MainWindow : public QMainWindow {
   std::map<CommandID, QAction*> actions_;
   bool syncing_ = false;  // the window is showing the model's state, not the user's gesture
   AppUpdater* updater_ = nullptr;
+  QUrl website_;
 };
 
 }  // namespace tessane

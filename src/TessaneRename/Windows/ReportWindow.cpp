@@ -1,8 +1,10 @@
 #include "TessaneRename/Windows/ReportWindow.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -41,10 +43,13 @@ ReportWindow::ReportWindow(BetaReporter& reporter, QWidget* parent)
   details_->setChecked(true);
   connect(details_, &QCheckBox::toggled, this, &ReportWindow::refresh);
 
-  auto* textLabel = new QLabel(tr("The report, as it will be sent:"));
+  auto* textLabel =
+      new QLabel(reporter_.sends() ? tr("The report, as it will be sent:")
+                                   : tr("The report, as it will be saved or copied:"));
   text_ = new QPlainTextEdit;
   text_->setObjectName("reportText");
-  text_->setAccessibleName(tr("The report, as it will be sent"));
+  text_->setAccessibleName(reporter_.sends() ? tr("The report, as it will be sent")
+                                             : tr("The report, as it will be saved or copied"));
   text_->setReadOnly(true);
   text_->setTabChangesFocus(true);
   text_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
@@ -57,20 +62,29 @@ ReportWindow::ReportWindow(BetaReporter& reporter, QWidget* parent)
   connect(&reporter_, &BetaReporter::statusMessageChanged, this,
           [this] { status_->setText(reporter_.statusMessage()); });
 
+  auto* copyButton = new QPushButton(tr("&Copy"));
+  copyButton->setObjectName("copyReport");
+  copyButton->setToolTip(tr("Puts the whole report on the clipboard."));
+  connect(copyButton, &QPushButton::clicked, this, &ReportWindow::copy);
   auto* saveButton = new QPushButton(tr("&Save…"));
   saveButton->setObjectName("saveReport");
   connect(saveButton, &QPushButton::clicked, this, [this] { save(); });
-  auto* sendButton = new QPushButton(tr("Se&nd"));
-  sendButton->setObjectName("sendReport");
-  sendButton->setDefault(true);
-  sendButton->setToolTip(
-      tr("Opens your mail app with the report attached; nothing leaves "
-         "without you."));
-  connect(sendButton, &QPushButton::clicked, this, &ReportWindow::send);
   auto* buttons = new QHBoxLayout;
   buttons->addWidget(status_, 1);
+  buttons->addWidget(copyButton);
   buttons->addWidget(saveButton);
-  buttons->addWidget(sendButton);
+  if (reporter_.sends()) {
+    send_ = new QPushButton(tr("Se&nd"));
+    send_->setObjectName("sendReport");
+    send_->setDefault(true);
+    send_->setToolTip(
+        tr("Opens your mail app with the report attached; nothing leaves "
+           "without you."));
+    connect(send_, &QPushButton::clicked, this, &ReportWindow::send);
+    buttons->addWidget(send_);
+  } else {
+    saveButton->setDefault(true);
+  }
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(14, 14, 14, 12);
@@ -92,6 +106,11 @@ void ReportWindow::refresh() {
 
 void ReportWindow::send() {
   reporter_.send(comment_->toPlainText(), details_->isChecked());
+}
+
+void ReportWindow::copy() {
+  QGuiApplication::clipboard()->setText(text_->toPlainText());
+  status_->setText(tr("Report copied"));
 }
 
 void ReportWindow::save(const QString& file) {

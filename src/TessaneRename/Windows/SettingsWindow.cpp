@@ -172,10 +172,17 @@ QWidget* SettingsWindow::makeGeneral() {
     store(Change::updates, [this, on] { app_.settings().setValue(AppUpdater::kAutomaticKey, on); });
   });
   form->addRow(checksUpdates_);
-  form->addRow(
+  updatesNote_ =
       note(tr("Only a short notice appears when a new version is out; nothing is "
-              "downloaded without you.")));
+              "downloaded without you."));
+  form->addRow(updatesNote_);
+  setOffersUpdateCheck(false);
   return page(form);
+}
+
+void SettingsWindow::setOffersUpdateCheck(bool offers) {
+  checksUpdates_->setVisible(offers);
+  updatesNote_->setVisible(offers);
 }
 
 // ---- Names ----
@@ -382,27 +389,31 @@ void SettingsWindow::showCounterExample() {
 QWidget* SettingsWindow::makeFiles() {
   auto* column = new QVBoxLayout;
   column->setSpacing(8);
-  auto* intro = new QLabel(
-      tr("Tessane Rename can keep the name the camera gave each file inside the file itself, as an "
-         "extended attribute. Restore Original Names then works even after several renames. The "
-         "picture and its metadata are never changed."));
-  intro->setWordWrap(true);
-  column->addWidget(intro);
-  column->addSpacing(6);
-  auto* title = new QLabel(tr("Keep the original name:"));
+  auto* title = new QLabel(tr("Remember the original name in the files"));
+  title->setObjectName("originalNamesTitle");
   makeBold(title);
   column->addWidget(title);
+  auto* explanation = new QLabel(
+      tr("Each renamed file keeps its camera name inside, as an extended attribute, for Restore "
+         "Original Names; the picture and its metadata are never changed. Memory cards, drives "
+         "shared with other systems (FAT, exFAT, NTFS) and network shares can lose it when a file "
+         "is copied, so with “On disks that keep attributes natively” those files are left alone. "
+         "History can always undo a rename, wherever the files are."));
+  explanation->setObjectName("originalNamesExplanation");
+  explanation->setWordWrap(true);
+  column->addWidget(explanation);
+  column->addSpacing(6);
 
   originalNames_ = new QButtonGroup(this);
   const auto option = [&](OriginalNames value, const char* name, const QString& label,
-                          const QString& explanation) {
+                          const QString& detail) {
     auto* button = new QRadioButton(label);
     button->setObjectName(name);
     button->setAccessibleName(QString(label).remove('&'));
-    button->setAccessibleDescription(explanation);
+    button->setAccessibleDescription(detail);
     originalNames_->addButton(button, static_cast<int>(value));
     column->addWidget(button);
-    auto* text = note(explanation);
+    auto* text = note(detail);
     text->setContentsMargins(24, 0, 0, 6);
     column->addWidget(text);
   };
@@ -410,9 +421,9 @@ QWidget* SettingsWindow::makeFiles() {
          tr("On every disk that accepts extended attributes."));
   option(OriginalNames::macDisksOnly, "originalNativeDisks",
          tr("On disks that keep &attributes natively"),
-         tr("Linux disks (ext4, Btrfs, XFS, F2FS, ZFS) keep the name with the file. Memory cards, "
-            "exchange drives and network shares (FAT, exFAT, NTFS, SMB, NFS) can lose it when the "
-            "file is copied, so nothing is written there."));
+         tr("Linux disks (ext4, Btrfs, XFS, F2FS, ZFS) keep the name with the file; nothing is "
+            "written on memory cards, exchange drives and network shares (FAT, exFAT, NTFS, SMB, "
+            "NFS)."));
   option(OriginalNames::never, "originalNever", tr("&Never"),
          tr("Nothing is written. Restore Original Names still knows the names kept before."));
   connect(originalNames_, &QButtonGroup::idClicked, this, [this](int id) {
@@ -432,7 +443,7 @@ void SettingsWindow::reload() {
   resumes_->setChecked(p.resumesSession());
   reveals_->setChecked(p.revealAfterRename());
   thumbnails_->setChecked(p.showsThumbnails());
-  checksUpdates_->setChecked(AppUpdater(app_.settings(), {}).automaticChecksEnabled());
+  checksUpdates_->setChecked(AppUpdater::automaticChecksEnabledIn(app_.settings()));
 
   dateFormat_->setText(q(p.dateFormat()));
   timeFormat_->setText(q(p.timeFormat()));

@@ -56,6 +56,10 @@ class SettingsWindow : public QWidget {
   BodiesPane& bodies() const { return *bodies_; }
   // Shows the stored values again (after a change made elsewhere: a menu, the clock-sync card).
   void reload();
+  // Whether the daily update check is offered (only by a build that checks for updates; hidden
+  // until told).
+  void setOffersUpdateCheck(bool offers);
+  QCheckBox* updateCheck() const { return checksUpdates_; }
 
   // `pattern` written for a sample moment (14 June 2025, 14:03:05); nullopt when ICU can't.
   static std::optional<QString> sampleDate(const QString& pattern);
@@ -85,6 +89,7 @@ class SettingsWindow : public QWidget {
   QCheckBox* reveals_ = nullptr;
   QCheckBox* thumbnails_ = nullptr;
   QCheckBox* checksUpdates_ = nullptr;
+  QLabel* updatesNote_ = nullptr;
 
   QLineEdit* dateFormat_ = nullptr;
   QLabel* dateExample_ = nullptr;

@@ -3,6 +3,9 @@
 // desktop entry's %U gives) are opened as if they had been dropped on the first window. One
 // instance runs per user: a later launch hands what it was given to the running one, which
 // brings its active window to the front and opens them there.
+//
+// Only a build given an update feed checks for updates (Distribution): without one no update
+// check exists, so nothing here ever reaches the network.
 #include <QApplication>
 #include <QDir>
 #include <QFile>
@@ -16,6 +19,7 @@
 #include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/DesktopServices.h"
+#include "TessaneRename/Distribution.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/SingleInstance.h"
@@ -60,12 +64,16 @@ int main(int argc, char** argv) {
   tessane::FolderModel& model = windows.newWindow().model();
   model.showRecovery(recovery);
 
-  tessane::AppUpdater updater(app.settings(), QVersionNumber::fromString(TESSANE_VERSION));
-  windows.setUpdater(&updater);
-  QObject::connect(&updater, &tessane::AppUpdater::checked, &windows,
-                   [&windows, &desktop](const tessane::UpdateCheckResult& result) {
-                     tessane::showUpdateNotice(windows.activeWindow(), result, *desktop);
-                   });
+  const std::unique_ptr<tessane::AppUpdater> updater =
+      tessane::AppUpdater::forBuild(app.settings(), QVersionNumber::fromString(TESSANE_VERSION),
+                                    tessane::Distribution::ofThisBuild());
+  if (updater) {
+    windows.setUpdater(updater.get());
+    QObject::connect(updater.get(), &tessane::AppUpdater::checked, &windows,
+                     [&windows, &desktop](const tessane::UpdateCheckResult& result) {
+                       tessane::showUpdateNotice(windows.activeWindow(), result, *desktop);
+                     });
+  }
   QObject::connect(&instance, &tessane::SingleInstance::pathsReceived, &windows,
                    [&windows](const QStringList& paths) {
                      tessane::MainWindow* window = windows.activeWindow();
@@ -79,7 +87,7 @@ int main(int argc, char** argv) {
 
   model.resumeSession();
   if (!given.isEmpty()) model.open(localPaths(given));
-  updater.startAutomaticChecks();
+  if (updater) updater->startAutomaticChecks();
 
   const int status = QApplication::exec();
   reporter.quit();

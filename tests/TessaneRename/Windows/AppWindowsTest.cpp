@@ -9,10 +9,15 @@
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QNetworkProxy>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSettings>
@@ -25,8 +30,11 @@
 #include "FileContents.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppContext.h"
+#include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/BetaReporter.h"
+#include "TessaneRename/Distribution.h"
 #include "TessaneRename/FakeDesktopServices.h"
+#include "TessaneRename/FeedServer.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/QtPrinting.h"
 #include "TessaneRename/Windows/Appearance.h"
@@ -265,7 +273,9 @@ TEST_F(Windows, ClosingTheLastMainWindowClosesTheOthers) {
 TEST_F(Windows, ReportShowsTheCommentAndDetailsOnlyWhenAsked) {
   photos_.file("a.jpg");
   openWindow(photos_.path(), QStringLiteral("{name}"));
+  reporter_->setAddress("problems@example.org");
   ReportWindow& report = windows_->showReport();
+  ASSERT_NE(report.sendButton(), nullptr);
   report.comment()->setPlainText(QStringLiteral("The names came out wrong."));
   const QString folder = QString::fromStdString(photos_.path().string());
   EXPECT_TRUE(report.reportText()->toPlainText().contains("The names came out wrong."));
@@ -284,6 +294,99 @@ TEST_F(Windows, ReportShowsTheCommentAndDetailsOnlyWhenAsked) {
   EXPECT_TRUE(text.contains("The names came out wrong."));
   EXPECT_FALSE(text.contains(folder)) << "no details: none sent";
   EXPECT_EQ(report.status()->text(), "Report sent to your mail app");
+}
+
+// A build without a report address offers Save and Copy: nothing can be sent.
+TEST_F(Windows, WithoutAReportAddressTheReportIsSavedOrCopied) {
+  reporter_->setAddress({});
+  openWindow(photos_.path(), QStringLiteral("{name}"));
+  ReportWindow& report = windows_->showReport();
+  EXPECT_EQ(report.sendButton(), nullptr);
+  QStringList buttons;
+  for (QPushButton* b : report.findChildren<QPushButton*>())
+    buttons << b->text().remove('&');
+  buttons.sort();
+  EXPECT_EQ(buttons, (QStringList{"Copy", "Save…"}));
+  report.comment()->setPlainText(QStringLiteral("Names out of order"));
+  report.findChild<QPushButton*>("copyReport")->click();
+  EXPECT_EQ(QApplication::clipboard()->text(), report.reportText()->toPlainText());
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("Names out of order"));
+  EXPECT_EQ(report.status()->text(), "Report copied");
+  EXPECT_TRUE(desktop_.mails.empty());
+}
+
+// A build without an update feed (this one) has no update command, no setting for it and no update
+// check: nothing it does reaches the network. The trap is the application's HTTP proxy, on the
+// loopback interface: every request Qt would make goes there.
+TEST_F(Windows, ABuildWithoutAFeedOffersNoUpdateCheckAndMakesNoRequest) {
+  const Distribution& build = Distribution::ofThisBuild();
+  if (!build.updateFeed.isEmpty()) GTEST_SKIP() << "this build was given an update feed";
+  testing::FeedServer trap("");
+  QNetworkProxy::setApplicationProxy(
+      QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), trap.port()));
+  struct NoProxyAfter {
+    ~NoProxyAfter() { QNetworkProxy::setApplicationProxy(QNetworkProxy::NoProxy); }
+  } restore;
+
+  // As the application starts.
+  const std::unique_ptr<AppUpdater> updater =
+      AppUpdater::forBuild(app_->settings(), QVersionNumber(0, 1), build);
+  EXPECT_EQ(updater, nullptr);
+  MainWindow& window = openWindow(photos_.path(), QStringLiteral("{name}"));
+  windows_->setUpdater(updater.get());
+  QStringList titles;
+  for (QAction* a : window.menuBar()->actions()) {
+    for (QAction* item : a->menu()->actions()) {
+      if (item->isVisible()) titles << item->text();
+    }
+  }
+  EXPECT_FALSE(titles.contains("Check for Updates…")) << titles.join(", ").toStdString();
+  EXPECT_FALSE(titles.contains("Tessane Rename Website"));
+  EXPECT_TRUE(titles.contains("About Tessane Rename"));
+  SettingsWindow& settings = windows_->showSettings();
+  EXPECT_TRUE(settings.updateCheck()->isHidden());
+  window.action(CommandID::checkForUpdates)->trigger();  // a shortcut can't reach it either
+  QCoreApplication::processEvents();
+  EXPECT_EQ(trap.requests, 0);
+
+  // The same window given a feed: the command, the setting, and the trap sees its request.
+  Distribution withFeed;
+  withFeed.updateFeed = QUrl("http://updates.example.org/feed.json");
+  withFeed.updateKey = QByteArray(32, 'k');
+  const std::unique_ptr<AppUpdater> checking =
+      AppUpdater::forBuild(app_->settings(), QVersionNumber(0, 1), withFeed);
+  ASSERT_NE(checking, nullptr);
+  windows_->setUpdater(checking.get());
+  EXPECT_TRUE(window.action(CommandID::checkForUpdates)->isVisible());
+  EXPECT_FALSE(settings.updateCheck()->isHidden());
+  window.action(CommandID::checkForUpdates)->trigger();
+  EXPECT_TRUE(waitFor([&] { return trap.requests == 1 && checking->canCheck(); }));
+  windows_->setUpdater(nullptr);
+}
+
+// About names the version, the build and the licence.
+TEST_F(Windows, AboutNamesTheVersionBuildAndLicence) {
+  QMessageBox& about = windows_->showAbout();
+  EXPECT_EQ(about.text(), QString("Tessane Rename %1 (build %2)")
+                              .arg(TESSANE_VERSION, Distribution::ofThisBuild().buildNumber));
+  EXPECT_TRUE(
+      about.informativeText().contains("GNU General Public License, version 3 or any later"));
+  EXPECT_TRUE(about.informativeText().contains("GPL-3.0-or-later"));
+  EXPECT_FALSE(about.isModal());
+}
+
+// The Files tab names the setting as it works: the name is kept inside the files, and history
+// undoes a rename wherever the files are.
+TEST_F(Windows, TheOriginalNamesSettingSaysWhatItKeepsAndWhere) {
+  SettingsWindow& settings = windows_->showSettings();
+  settings.showTab(SettingsWindow::files);
+  const auto* title = settings.findChild<QLabel*>("originalNamesTitle");
+  ASSERT_NE(title, nullptr);
+  EXPECT_EQ(title->text(), "Remember the original name in the files");
+  const QString explanation = settings.findChild<QLabel*>("originalNamesExplanation")->text();
+  EXPECT_TRUE(explanation.contains("History can always undo a rename, wherever the files are."));
+  EXPECT_TRUE(explanation.contains("exFAT"));
+  EXPECT_FALSE(explanation.contains("macOS")) << "true for Linux";
 }
 
 // Every control a user can reach with Tab says what it is to a screen reader.

@@ -14,6 +14,7 @@
 #include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/FakeDesktopServices.h"
 #include "TessaneRename/FeedServer.h"
+#include "TessaneRename/FeedSigner.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/UpdateNotice.h"
@@ -71,12 +72,15 @@ TEST_F(DesktopCommands, ShowPresetsMakesTheFolderOfANewUserAndShowsIt) {
 
 TEST_F(DesktopCommands, CheckForUpdatesShowsACalmNoticeWithTheDownloadPage) {
   QAction* check = window->action(CommandID::checkForUpdates);
-  EXPECT_FALSE(check->isEnabled()) << "no updater, no check";
+  EXPECT_FALSE(check->isVisible()) << "no updater, no command";
+  EXPECT_FALSE(check->isEnabled());
 
-  FeedServer server(
-      R"({"version": "9.0", "notes": "Faster previews", "url": "https://tessane.app/get"})");
-  AppUpdater updater(app->settings(), QVersionNumber(0, 1), server.url());
+  testing::FeedSigner signer;
+  FeedServer server(signer.sign(
+      R"({"version": "9.0", "notes": "Faster previews", "url": "https://example.org/get"})"));
+  AppUpdater updater(app->settings(), QVersionNumber(0, 1), server.url(), signer.publicKey());
   window->setUpdater(&updater);
+  EXPECT_TRUE(check->isVisible());
   QObject::connect(
       &updater, &AppUpdater::checked, window.get(),
       [this](const UpdateCheckResult& r) { showUpdateNotice(window.get(), r, desktop); });
@@ -97,7 +101,19 @@ TEST_F(DesktopCommands, CheckForUpdatesShowsACalmNoticeWithTheDownloadPage) {
   ASSERT_NE(download, nullptr);
   EXPECT_TRUE(desktop.opened.empty()) << "nothing opens by itself";
   download->click();
-  EXPECT_EQ(desktop.opened, std::vector<QUrl>{QUrl("https://tessane.app/get")});
+  EXPECT_EQ(desktop.opened, std::vector<QUrl>{QUrl("https://example.org/get")});
+}
+
+// A build without a web site has no Website command; one with it opens it.
+TEST_F(DesktopCommands, TheWebsiteCommandOnlyWithAWebsite) {
+  QAction* website = window->action(CommandID::website);
+  EXPECT_FALSE(website->isVisible());
+  website->trigger();
+  EXPECT_TRUE(desktop.opened.empty());
+  window->setWebsite(QUrl("https://example.org/rename"));
+  EXPECT_TRUE(website->isVisible());
+  website->trigger();
+  EXPECT_EQ(desktop.opened, std::vector<QUrl>{QUrl("https://example.org/rename")});
 }
 
 }  // namespace
