@@ -163,8 +163,9 @@ std::vector<std::filesystem::path> RenameHistory::foldersOf(const Entry& entry) 
 std::vector<FileMove> RenameHistory::reversal(const Entry& entry) {
   std::vector<FileMove> out;
   out.reserve(entry.moves.size());
-  for (const Move& m : entry.moves)
-    out.push_back(FileMove{m.destination, m.source});
+  // The last move made is the first undone.
+  for (auto m = entry.moves.rbegin(); m != entry.moves.rend(); ++m)
+    out.push_back(FileMove{m->destination, m->source});
   return out;
 }
 

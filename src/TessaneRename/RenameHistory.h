@@ -80,7 +80,8 @@ class RenameHistory {
   const Entry* newestNotReverted() const;
   // The distinct folders of an entry's sources, in order of first appearance.
   static std::vector<std::filesystem::path> foldersOf(const Entry& entry);
-  // The moves that go back from an entry: each destination to its source, in the same order.
+  // The moves that go back from an entry: each destination to its source, the last move made
+  // first.
   static std::vector<FileMove> reversal(const Entry& entry);
   // "12 files back to their previous names" or "… to their original names".
   static std::string goBackLabel(const Entry& entry);

@@ -62,8 +62,10 @@ TEST(RenameHistory, UndoGoesBackFromTheNewestNotReverted) {
   EXPECT_EQ(history.newestNotReverted()->id, second);
   history.markReverted(second);
   ASSERT_EQ(history.newestNotReverted()->id, first);
-  EXPECT_EQ(RenameHistory::reversal(*history.newestNotReverted())[2],
-            (FileMove{"/card/b2", "/card/a2"}));
+  // Going back undoes the moves from the last made to the first.
+  EXPECT_EQ(RenameHistory::reversal(*history.newestNotReverted()),
+            (std::vector<FileMove>{
+                {"/card/b2", "/card/a2"}, {"/card/b1", "/card/a1"}, {"/card/b0", "/card/a0"}}));
   history.markReverted(first);
   EXPECT_EQ(history.newestNotReverted(), nullptr);
 }
