@@ -146,6 +146,8 @@ class FolderModel : public QObject {
 
   void rename();
   void undo();
+  // Goes back from an entry, and first from the later ones in its way (the history's
+  // goingBackChain), as one batch; the window asks before going back through later entries.
   void revert(const Uuid& entry);
   void restoreOriginalNames();
   // Selects the first row whose status is an error; its file, or nullopt when there is none.
@@ -203,7 +205,7 @@ class FolderModel : public QObject {
       const TwinOptions& twins, BatchOrder order);
   void saveSession();
   void runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind, Toast::After after,
-                std::optional<RenameHistory::Entry> goingBackFrom);
+                std::vector<RenameHistory::Entry> goingBackChain);
   void finishBatch(std::shared_ptr<BatchJob> job);
   // Per path: whether it is in the scope (every file shown, or the ticked ones).
   std::vector<bool> scopeFlags(const std::vector<std::filesystem::path>& paths) const;

@@ -343,6 +343,63 @@ std::vector<FileMove> RenameHistory::reversal(const Entry& entry) {
   return out;
 }
 
+std::vector<RenameHistory::Entry> RenameHistory::goingBackChain(const Uuid& id) const {
+  const auto target =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.id == id; });
+  if (target == entries_.end() || target->isReverted) return {};
+  std::unordered_set<std::string> at;      // where the chain's files are now
+  std::unordered_set<std::string> wanted;  // the names going back gives back
+  std::vector<const Entry*> chain;
+  const auto join = [&](const Entry& e) {
+    chain.push_back(&e);
+    for (const Move& m : e.moves) {
+      at.erase(m.source.native());
+      wanted.insert(m.source.native());
+    }
+    for (const Move& m : e.moves)
+      at.insert(m.destination.native());
+  };
+  join(*target);
+  // The later entries, oldest first.
+  for (auto later = std::make_reverse_iterator(target); later != entries_.rend(); ++later) {
+    if (later->isReverted) continue;
+    const bool inTheWay = std::any_of(later->moves.begin(), later->moves.end(), [&](const Move& m) {
+      return at.count(m.source.native()) > 0 || wanted.count(m.destination.native()) > 0;
+    });
+    if (inTheWay) join(*later);
+  }
+  std::vector<Entry> out;
+  out.reserve(chain.size());
+  for (auto e = chain.rbegin(); e != chain.rend(); ++e)
+    out.push_back(**e);
+  return out;
+}
+
+std::vector<FileMove> RenameHistory::reversal(const std::vector<Entry>& chain) {
+  std::vector<FileMove> out;  // each file: where it is now, where it is after the steps so far
+  std::unordered_map<std::string, std::size_t> byPlace;  // a file's place so far -> its move
+  for (const Entry& entry : chain) {
+    // A batch's moves happen together: each file is found where it was before any of them.
+    std::vector<std::pair<std::size_t, std::filesystem::path>> steps;
+    for (FileMove& back : reversal(entry)) {
+      std::size_t index = out.size();
+      if (auto found = byPlace.find(back.source.native()); found != byPlace.end()) {
+        index = found->second;
+        byPlace.erase(found);
+      } else {
+        out.push_back(FileMove{back.source, back.source});
+      }
+      steps.emplace_back(index, std::move(back.destination));
+    }
+    for (auto& [index, to] : steps) {
+      byPlace[to.native()] = index;
+      out[index].destination = std::move(to);
+    }
+  }
+  std::erase_if(out, [](const FileMove& m) { return m.source == m.destination; });
+  return out;
+}
+
 std::string RenameHistory::goBackLabel(const Entry& entry) {
   std::string out = std::to_string(entry.moves.size());
   out.append(entry.kind == Kind::rename ? " files back to their previous names"

@@ -95,9 +95,17 @@ class RenameHistory {
   const Entry* newestNotReverted() const;
   // The distinct folders of an entry's sources, in order of first appearance.
   static std::vector<std::filesystem::path> foldersOf(const Entry& entry);
+  // What going back from an entry takes: the later batches not gone back from that moved one of
+  // the files it would move back, or took one of the names it would give back (and so on, for the
+  // batches those depend on), newest first, then the entry itself. Empty for an unknown id or an
+  // entry already gone back from; the entry alone when nothing later is in the way.
+  std::vector<Entry> goingBackChain(const Uuid& id) const;
   // The moves that go back from an entry: each destination to its source, the last move made
   // first.
   static std::vector<FileMove> reversal(const Entry& entry);
+  // The moves that go back from a chain (newest first) as one batch: each file from where it is
+  // now straight to where it was before the oldest, in the order the chain's moves are undone.
+  static std::vector<FileMove> reversal(const std::vector<Entry>& chain);
   // "12 files back to their previous names" or "… to their original names".
   static std::string goBackLabel(const Entry& entry);
 
