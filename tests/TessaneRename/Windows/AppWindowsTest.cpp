@@ -232,7 +232,18 @@ TEST_F(Windows, HistoryListsABatchAndGoesBackFromIt) {
   history.list()->setCurrentItem(history.list()->topLevelItem(0));
   EXPECT_EQ(history.goBackButton()->text(), "Add the folder to the list to go back");
   EXPECT_FALSE(history.goBackButton()->isEnabled());
-}));
+  window.model().undo();
+
+  // What happened, as the diary tells it in a problem report.
+  std::vector<std::string> diary;
+  for (const std::string& line : reporter_->diary().lines())
+    diary.push_back(line.substr(line.find(' ') + 1));  // without the time
+  const std::string folder = photos_.path().string();
+  EXPECT_EQ(diary,
+            (std::vector<std::string>{"Opened " + folder, "Renamed 2 files",
+                                      "Went back: 2 files back to their previous names",
+                                      "Renamed 2 files", "Removed " + folder + " from the list",
+                                      "Error: " + window.model().errorMessage().value_or("none")}));
 }
 
 // An older batch whose files a later one renamed again: the state says so, and Go Back asks once,
