@@ -672,12 +672,21 @@ void FolderModel::rename() {
 
 void FolderModel::undo() {
   app_.history().reload();  // the tool may have renamed since
-  const std::optional<RenameHistory::Entry> entry = entryToUndo(app_.history());
-  if (!entry || isRenaming_) {
+  // The newest batch of this window's folders: one that the tool or another window made in other
+  // folders is not this window's to undo.
+  const std::vector<RenameHistory::Entry>& entries = app_.history().entries();
+  const auto mine =
+      std::find_if(entries.begin(), entries.end(), [&](const RenameHistory::Entry& e) {
+        const std::vector<fs::path> needed = RenameHistory::foldersOf(e);
+        return !e.isReverted && std::all_of(needed.begin(), needed.end(), [&](const fs::path& f) {
+          return std::find(folders_.begin(), folders_.end(), normalised(f)) != folders_.end();
+        });
+      });
+  if (mine == entries.end() || isRenaming_) {
     setError(Messages::nothingToUndo());
     return;
   }
-  revert(entry->id);
+  revert(mine->id);
 }
 
 void FolderModel::revert(const Uuid& id) {

@@ -145,6 +145,7 @@ class FolderModel : public QObject {
   void settingsChanged();  // preferences or the body table changed
 
   void rename();
+  // Goes back from the newest batch, not gone back from, whose folders are all in the list.
   void undo();
   // Goes back from an entry, and first from the later ones in its way (the history's
   // goingBackChain), as one batch; the window asks before going back through later entries.
