@@ -286,6 +286,12 @@ TEST_F(Windows, GoingBackFromAnOlderBatchAsksToGoThroughTheLaterOne) {
   EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::state), "Gone back");
   EXPECT_EQ(history.list()->topLevelItem(1)->text(HistoryWindow::state), "Gone back");
   EXPECT_EQ(history.message()->text(), "2 files back to their previous names");
+
+  // A rename the tool makes meanwhile shows up in the open window.
+  RenameHistory tool = RenameHistory::load(*app_->history().file());
+  tool.add(RenameHistory::Kind::rename, {{"/elsewhere/a.jpg", "/elsewhere/b.jpg"}});
+  ASSERT_TRUE(tool.waitForSaves());
+  EXPECT_TRUE(waitFor([&] { return history.list()->topLevelItemCount() == 3; }));
 }
 
 TEST_F(Windows, NewWindowIsIndependentAndAuxiliaryWindowsOpenOnce) {
