@@ -2144,6 +2144,34 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Add the folder to the list to go back</source>
         <translation>Aggiungi la cartella all’elenco per tornare indietro</translation>
     </message>
+    <message>
+        <source>Renamed again since</source>
+        <translation>File rinominati di nuovo in seguito</translation>
+    </message>
+    <message>
+        <source>Renamed</source>
+        <translation>Eseguita</translation>
+    </message>
+    <message>
+        <source>Original names restored</source>
+        <translation>Nomi originali ripristinati</translation>
+    </message>
+    <message>
+        <source>%1, %2: %3 files</source>
+        <translation>%1, %2: %3 file</translation>
+    </message>
+    <message>
+        <source>Go back from the later renames too?</source>
+        <translation>Tornare indietro anche dalle rinomine successive?</translation>
+    </message>
+    <message>
+        <source>These files were renamed again since. To give them back the names they had before this rename, these later renames are gone back from first:</source>
+        <translation>Questi file sono stati rinominati di nuovo in seguito. Per ridare loro i nomi che avevano prima di questa rinomina, si torna prima indietro da queste rinomine successive:</translation>
+    </message>
+    <message>
+        <source>Go Back from All</source>
+        <translation>Torna indietro da tutte</translation>
+    </message>
 </context>
 <context>
     <name>tessane::InspectorPanel</name>

@@ -62,19 +62,22 @@ Applied apply(const std::vector<FileMove>& moves, Date date, SystemFileRenaming&
   return applied;
 }
 
-Applied applyGoingBack(const RenameHistory::Entry& entry, Date date, SystemFileRenaming& fs,
-                       const std::filesystem::path& journalFolder) {
+Applied applyGoingBack(const std::vector<RenameHistory::Entry>& chain, Date date,
+                       SystemFileRenaming& fs, const std::filesystem::path& journalFolder) {
   Applied applied;
-  const std::vector<FileMove> moves = RenameHistory::reversal(entry);
+  const std::vector<FileMove> moves = RenameHistory::reversal(chain);
   applied.result = applyJournaled(moves, date, fs, journalFolder, applied.journal);
-  if (applied.result) applied.revertedEntry = entry.id;
+  if (applied.result) {
+    for (const RenameHistory::Entry& e : chain)
+      applied.revertedEntries.push_back(e.id);
+  }
   return applied;
 }
 
 std::shared_future<bool> record(const Applied& applied, RenameHistory::Kind kind, Date date,
                                 RenameHistory& history) {
-  if (applied.revertedEntry) {
-    history.markReverted(*applied.revertedEntry);
+  if (!applied.revertedEntries.empty()) {
+    history.markReverted(applied.revertedEntries);
   } else if (!applied.toRecord.empty()) {
     history.add(kind, applied.toRecord, date);
   } else {
@@ -109,7 +112,7 @@ Result<Done, Failure> goBack(const Uuid& entry, Date date, SystemFileRenaming& f
   }
   if (found == nullptr) return Failure{Failure::Kind::unknownEntry, {}};
   if (found->isReverted) return Failure{Failure::Kind::alreadyReverted, {}};
-  Applied applied = applyGoingBack(*found, date, fs, journalFolder);
+  Applied applied = applyGoingBack(history.goingBackChain(entry), date, fs, journalFolder);
   const std::shared_future<bool> saved =
       record(applied, RenameHistory::Kind::rename, date, history);
   return settle(std::move(applied), saved);

@@ -48,16 +48,18 @@ struct Applied {
   Result<AppliedBatch, SafeRenameError> result = SafeRenameError::failed({}, {}, std::nullopt);
   std::vector<FileMove> toRecord;  // what the history must hold: every move, or those left made
   std::optional<BatchJournal> journal;
-  std::optional<Uuid> revertedEntry;  // going back: the entry to mark reverted
+  std::vector<Uuid> revertedEntries;  // going back: the entries to mark reverted
 };
 
 Applied apply(const std::vector<FileMove>& moves, Date date, SystemFileRenaming& fs,
               const std::filesystem::path& journalFolder,
               std::optional<OriginalNames> keepOriginals = std::nullopt);
-// The moves back from an entry (looked up on the history's thread, see reversal below).
-Applied applyGoingBack(const RenameHistory::Entry& entry, Date date, SystemFileRenaming& fs,
-                       const std::filesystem::path& journalFolder);
-// On the history's thread: the entry added (or marked reverted); the save that must land.
+// The moves back from a chain of entries, newest first, as one batch (the chain looked up on the
+// history's thread: RenameHistory::goingBackChain).
+Applied applyGoingBack(const std::vector<RenameHistory::Entry>& chain, Date date,
+                       SystemFileRenaming& fs, const std::filesystem::path& journalFolder);
+// On the history's thread: the entry added (or those gone back from marked reverted); the save
+// that must land.
 std::shared_future<bool> record(const Applied& applied, RenameHistory::Kind kind, Date date,
                                 RenameHistory& history);
 // Any thread: waits for the save, finishes the journal when it landed, and gives the outcome.
@@ -71,9 +73,10 @@ Result<Done, Failure> run(const std::vector<FileMove>& moves, RenameHistory::Kin
                           const std::filesystem::path& journalFolder,
                           std::optional<OriginalNames> keepOriginals = std::nullopt);
 
-// Goes back from a history entry: its moves reversed, as one batch, then the entry is marked
-// reverted. The going back is not itself recorded as a new entry. Refused for an id the history
-// doesn't hold and for an entry already gone back from.
+// Goes back from a history entry, through the later entries in its way (goingBackChain): their
+// moves reversed, newest first, as one batch, then every one of them is marked reverted. The going
+// back is not itself recorded as a new entry. Refused for an id the history doesn't hold and for
+// an entry already gone back from.
 Result<Done, Failure> goBack(const Uuid& entry, Date date, SystemFileRenaming& fs,
                              RenameHistory& history, const std::filesystem::path& journalFolder);
 

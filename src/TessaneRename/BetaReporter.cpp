@@ -6,9 +6,15 @@
 #include <QUrl>
 #include <QUrlQuery>
 
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
 #include "RenameIO/DataFolder.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/Distribution.h"
+#include "TessaneRename/FolderModel.h"
 
 namespace tessane {
 namespace {
@@ -22,6 +28,49 @@ bool writeAtomically(const std::filesystem::path& file, const QString& text) {
   if (!out.open(QIODevice::WriteOnly)) return false;
   out.write(text.toUtf8());
   return out.commit();
+}
+
+// A batch's outcome as the diary tells it.
+std::string diaryLine(const Toast& toast) {
+  const std::string count = std::to_string(toast.count);
+  std::string batch;
+  switch (toast.after) {
+    case Toast::After::rename:
+      batch = "Rename";
+      break;
+    case Toast::After::goingBack:
+      batch = "Going back";
+      break;
+    case Toast::After::originalNames:
+      batch = "Restoring original names";
+      break;
+  }
+  switch (toast.outcome) {
+    case RenameOutcome::renamed:
+      break;
+    case RenameOutcome::nothingChanged:
+      return batch + ": no file changed";
+    case RenameOutcome::partlyStuck: {
+      constexpr std::size_t kNamed = 5;
+      std::string line =
+          batch + " stopped, " + std::to_string(toast.stuck.size()) + " files left stuck:";
+      for (std::size_t i = 0; i < toast.stuck.size() && i < kNamed; ++i) {
+        line += ' ' + toast.stuck[i].source.filename().string() + " (belongs at " +
+                toast.stuck[i].destination.filename().string() + ')';
+      }
+      if (toast.stuck.size() > kNamed) line += " …";
+      return line;
+    }
+  }
+  switch (toast.after) {
+    case Toast::After::rename:
+      return "Renamed " + count + " files";
+    case Toast::After::goingBack:
+      return "Went back: " + count + " files back to their previous names";
+    case Toast::After::originalNames:
+      break;
+  }
+  return "Restored original names: " + count + " files";
 }
 
 }  // namespace
@@ -51,6 +100,28 @@ void BetaReporter::launch() {
 void BetaReporter::quit() {
   diary_->write("Quit");
   watch_->stop();
+}
+
+void BetaReporter::follow(FolderModel& model) {
+  auto listed = std::make_shared<std::vector<std::filesystem::path>>(model.folders());
+  connect(&model, &FolderModel::foldersChanged, this, [this, &model, listed] {
+    const std::vector<std::filesystem::path>& now = model.folders();
+    for (const std::filesystem::path& folder : now) {
+      if (std::find(listed->begin(), listed->end(), folder) == listed->end())
+        diary_->write("Opened " + folder.string());
+    }
+    for (const std::filesystem::path& folder : *listed) {
+      if (std::find(now.begin(), now.end(), folder) == now.end())
+        diary_->write("Removed " + folder.string() + " from the list");
+    }
+    *listed = now;
+  });
+  connect(&model, &FolderModel::toastChanged, this, [this, &model] {
+    if (model.toast()) diary_->write(diaryLine(*model.toast()));
+  });
+  connect(&model, &FolderModel::errorMessageChanged, this, [this, &model] {
+    if (model.errorMessage()) diary_->write("Error: " + *model.errorMessage());
+  });
 }
 
 // In English whatever the interface's language, like the rest of the report: its readers are the

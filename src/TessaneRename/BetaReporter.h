@@ -23,6 +23,7 @@
 namespace tessane {
 
 class DesktopServices;
+class FolderModel;
 
 class BetaReporter : public QObject {
   Q_OBJECT
@@ -43,6 +44,10 @@ class BetaReporter : public QObject {
   void launch();
   // At a normal quit.
   void quit();
+  // The diary notes, in English for the developers, what a main window's model does: each folder
+  // that joins or leaves its list, each batch's outcome (renames, going back, original names, files
+  // left stuck) and each error it shows. Until the model is destroyed.
+  void follow(FolderModel& model);
 
   BetaDiary& diary() { return *diary_; }
   const CrashWatch& watch() const { return *watch_; }

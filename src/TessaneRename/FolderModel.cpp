@@ -98,7 +98,7 @@ struct FolderModel::BatchJob {
   std::vector<FileMove> moves;
   RenameHistory::Kind kind = RenameHistory::Kind::rename;
   Toast::After after = Toast::After::rename;
-  std::optional<RenameHistory::Entry> goingBackFrom;
+  std::vector<RenameHistory::Entry> goingBackChain;  // empty: not going back
   Date date;
   fs::path journalFolder;
   std::optional<OriginalNames> keepOriginals;
@@ -870,16 +870,26 @@ void FolderModel::rename() {
     setError(Messages::nothingToRename());
     return;
   }
-  runBatch(std::move(moves), RenameHistory::Kind::rename, Toast::After::rename, std::nullopt);
+  runBatch(std::move(moves), RenameHistory::Kind::rename, Toast::After::rename, {});
 }
 
 void FolderModel::undo() {
-  const std::optional<RenameHistory::Entry> entry = entryToUndo(app_.history());
-  if (!entry || isRenaming_) {
+  app_.history().reload();  // the tool may have renamed since
+  // The newest batch of this window's folders: one that the tool or another window made in other
+  // folders is not this window's to undo.
+  const std::vector<RenameHistory::Entry>& entries = app_.history().entries();
+  const auto mine =
+      std::find_if(entries.begin(), entries.end(), [&](const RenameHistory::Entry& e) {
+        const std::vector<fs::path> needed = RenameHistory::foldersOf(e);
+        return !e.isReverted && std::all_of(needed.begin(), needed.end(), [&](const fs::path& f) {
+          return std::find(folders_.begin(), folders_.end(), normalised(f)) != folders_.end();
+        });
+      });
+  if (mine == entries.end() || isRenaming_) {
     setError(Messages::nothingToUndo());
     return;
   }
-  revert(entry->id);
+  revert(mine->id);
 }
 
 void FolderModel::revert(const Uuid& id) {
@@ -887,25 +897,29 @@ void FolderModel::revert(const Uuid& id) {
     setError(Messages::nothingToUndo());
     return;
   }
-  const RenameHistory::Entry* found = nullptr;
-  for (const RenameHistory::Entry& e : app_.history().entries()) {
-    if (e.id == id) found = &e;
-  }
-  if (found == nullptr || found->isReverted) {
+  app_.history().reload();
+  std::vector<RenameHistory::Entry> chain = app_.history().goingBackChain(id);
+  if (chain.empty()) {
+    const auto& entries = app_.history().entries();
+    const bool known = std::any_of(entries.begin(), entries.end(),
+                                   [&](const RenameHistory::Entry& e) { return e.id == id; });
     BatchRunner::Failure failure;
-    failure.kind = found == nullptr ? BatchRunner::Failure::Kind::unknownEntry
-                                    : BatchRunner::Failure::Kind::alreadyReverted;
+    failure.kind = known ? BatchRunner::Failure::Kind::alreadyReverted
+                         : BatchRunner::Failure::Kind::unknownEntry;
     setError(Messages::of(failure));
     return;
   }
-  for (const fs::path& folder : RenameHistory::foldersOf(*found)) {
-    if (std::find(folders_.begin(), folders_.end(), normalised(folder)) == folders_.end()) {
-      setError(Messages::addFolderToGoBack());
-      return;
+  for (const RenameHistory::Entry& e : chain) {
+    for (const fs::path& folder : RenameHistory::foldersOf(e)) {
+      if (std::find(folders_.begin(), folders_.end(), normalised(folder)) == folders_.end()) {
+        setError(Messages::addFolderToGoBack());
+        return;
+      }
     }
   }
-  runBatch(RenameHistory::reversal(*found), RenameHistory::Kind::rename, Toast::After::goingBack,
-           *found);
+  std::vector<FileMove> moves = RenameHistory::reversal(chain);
+  runBatch(std::move(moves), RenameHistory::Kind::rename, Toast::After::goingBack,
+           std::move(chain));
 }
 
 // The names are read from the files now, not taken from the last read, which may be under way or
@@ -945,14 +959,14 @@ void FolderModel::restoreOriginalNames() {
             return;
           }
           runBatch(std::move(*moves), RenameHistory::Kind::restoreOriginals,
-                   Toast::After::originalNames, std::nullopt);
+                   Toast::After::originalNames, {});
         },
         Qt::QueuedConnection);
   });
 }
 
 void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind,
-                           Toast::After after, std::optional<RenameHistory::Entry> goingBackFrom) {
+                           Toast::After after, std::vector<RenameHistory::Entry> goingBackChain) {
   setError(std::nullopt);
   isRenaming_ = true;
   emit isRenamingChanged();
@@ -962,18 +976,19 @@ void FolderModel::runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind
   job->moves = std::move(moves);
   job->kind = kind;
   job->after = after;
-  job->goingBackFrom = std::move(goingBackFrom);
+  job->goingBackChain = std::move(goingBackChain);
   job->date = now();
   job->journalFolder = app_.journalFolder();
-  if (kind == RenameHistory::Kind::rename && !job->goingBackFrom) {
+  if (kind == RenameHistory::Kind::rename && job->goingBackChain.empty()) {
     job->keepOriginals = app_.preferences().originalNames();
   }
   SystemFileRenaming& system = app_.fileSystem();
   startTask([this, job, &system] {
-    job->applied = job->goingBackFrom ? BatchRunner::applyGoingBack(*job->goingBackFrom, job->date,
-                                                                    system, job->journalFolder)
-                                      : BatchRunner::apply(job->moves, job->date, system,
-                                                           job->journalFolder, job->keepOriginals);
+    job->applied = !job->goingBackChain.empty()
+                       ? BatchRunner::applyGoingBack(job->goingBackChain, job->date, system,
+                                                     job->journalFolder)
+                       : BatchRunner::apply(job->moves, job->date, system, job->journalFolder,
+                                            job->keepOriginals);
     QMetaObject::invokeMethod(
         this,
         [this, job] {

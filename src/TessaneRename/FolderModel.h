@@ -159,7 +159,10 @@ class FolderModel : public QObject {
   void settingsChanged();  // preferences or the body table changed
 
   void rename();
+  // Goes back from the newest batch, not gone back from, whose folders are all in the list.
   void undo();
+  // Goes back from an entry, and first from the later ones in its way (the history's
+  // goingBackChain), as one batch; the window asks before going back through later entries.
   void revert(const Uuid& entry);
   void restoreOriginalNames();
   // Selects the first row whose status is an error; its file, or nullopt when there is none.
@@ -233,7 +236,7 @@ class FolderModel : public QObject {
   std::vector<std::filesystem::path> withTwins(
       const std::vector<std::filesystem::path>& files) const;
   void runBatch(std::vector<FileMove> moves, RenameHistory::Kind kind, Toast::After after,
-                std::optional<RenameHistory::Entry> goingBackFrom);
+                std::vector<RenameHistory::Entry> goingBackChain);
   void finishBatch(std::shared_ptr<BatchJob> job);
   void followMoves(const std::vector<FileMove>& moves);
   std::vector<bool> scopeOf(const std::vector<FolderFile>& files) const;

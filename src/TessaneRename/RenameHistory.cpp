@@ -1,15 +1,20 @@
 #include "RenameHistory.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <cmath>
 #include <exception>
-#include <fstream>
 #include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <sstream>
 #include <thread>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -82,21 +87,179 @@ std::optional<RenameHistory::Entry> entryFrom(const Json& j) {
   return e;
 }
 
+// The file as the system sees it: every write replaces it (another inode) with another size or
+// time, so an unchanged stamp means the contents last read or written are still those on disk.
+struct Stamp {
+  dev_t device = 0;
+  ino_t inode = 0;
+  off_t size = 0;
+  std::int64_t modified = 0, changed = 0;  // nanoseconds
+  friend bool operator==(const Stamp&, const Stamp&) = default;
+};
+
+Stamp stampOf(const struct stat& st) {
+  constexpr std::int64_t kNano = 1'000'000'000;
+  return Stamp{st.st_dev, st.st_ino, st.st_size,
+               static_cast<std::int64_t>(st.st_mtim.tv_sec) * kNano + st.st_mtim.tv_nsec,
+               static_cast<std::int64_t>(st.st_ctim.tv_sec) * kNano + st.st_ctim.tv_nsec};
+}
+
+struct FileRead {
+  enum class Outcome { read, missing, unreadable };
+  Outcome outcome = Outcome::unreadable;
+  Stamp stamp;
+  std::string text;
+};
+
+// The file's contents and the stamp of the very file they were read from. `skipIfStamp`: when the
+// file still has that stamp its contents are not read (the outcome is `read`, the text empty).
+FileRead readFile(const std::filesystem::path& file, const std::optional<Stamp>& skipIfStamp) {
+  FileRead out;
+  const int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    if (errno == ENOENT || errno == ENOTDIR) out.outcome = FileRead::Outcome::missing;
+    return out;
+  }
+  struct stat st {};
+  if (::fstat(fd, &st) == 0) {
+    out.stamp = stampOf(st);
+    out.outcome = FileRead::Outcome::read;
+    if (out.stamp != skipIfStamp) {
+      char buffer[65536];
+      for (;;) {
+        const ssize_t n = ::read(fd, buffer, sizeof buffer);
+        if (n > 0) {
+          out.text.append(buffer, static_cast<std::size_t>(n));
+        } else if (n == 0) {
+          break;
+        } else if (errno != EINTR) {
+          out.outcome = FileRead::Outcome::unreadable;
+          break;
+        }
+      }
+    }
+  }
+  ::close(fd);
+  return out;
+}
+
+std::unordered_set<std::string> idsOf(const std::vector<RenameHistory::Entry>& entries) {
+  std::unordered_set<std::string> out;
+  for (const RenameHistory::Entry& e : entries)
+    out.insert(e.id.string());
+  return out;
+}
+
 }  // namespace
+
+// What the file held when this history last read or wrote it: its stamp (none while it is missing
+// or was never read) and the ids of its entries. The saving thread sets it after a write, before
+// its future is ready; the owner reads it only after waiting for that future.
+struct RenameHistory::FileState {
+  std::optional<Stamp> stamp;
+  std::unordered_set<std::string> ids;
+};
+
+// An exclusive flock on the lock file, released when the last holder lets go of it.
+class RenameHistory::FileLock {
+ public:
+  explicit FileLock(int fd) : fd_(fd) {}
+  ~FileLock() { ::close(fd_); }
+  FileLock(const FileLock&) = delete;
+  FileLock& operator=(const FileLock&) = delete;
+
+ private:
+  int fd_;
+};
+
+std::filesystem::path RenameHistory::lockFileOf(const std::filesystem::path& historyFile) {
+  return std::filesystem::path(historyFile).replace_extension(".lock");
+}
+
+std::shared_ptr<RenameHistory::FileLock> RenameHistory::lockFile() const {
+  if (!file_) return nullptr;
+  std::error_code ignored;
+  std::filesystem::create_directories(file_->parent_path(), ignored);
+  const int fd = ::open(lockFileOf(*file_).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  // Without a lock (a folder that can't be written) the change goes on: its save fails too.
+  if (fd < 0) return nullptr;
+  while (::flock(fd, LOCK_EX) != 0) {
+    if (errno != EINTR) {
+      ::close(fd);
+      return nullptr;
+    }
+  }
+  return std::make_shared<FileLock>(fd);
+}
 
 std::string_view RenameHistory::rawValue(Kind kind) noexcept {
   return storedText(kKinds, kind);
 }
 
 RenameHistory::RenameHistory(std::optional<std::filesystem::path> file, std::vector<Entry> entries)
-    : entries_(std::move(entries)), file_(std::move(file)) {}
+    : entries_(std::move(entries)),
+      file_(std::move(file)),
+      fileState_(std::make_shared<FileState>()) {}
 
 RenameHistory RenameHistory::load(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  if (in) text << in.rdbuf();
-  std::optional<std::vector<Entry>> entries = decode(text.str());
-  return RenameHistory(file, entries ? std::move(*entries) : std::vector<Entry>{});
+  const FileRead read = readFile(file, std::nullopt);
+  std::optional<std::vector<Entry>> entries;
+  if (read.outcome == FileRead::Outcome::read) entries = decode(read.text);
+  RenameHistory history(file, entries ? std::move(*entries) : std::vector<Entry>{});
+  if (entries) {
+    history.fileState_->stamp = read.stamp;
+    history.fileState_->ids = idsOf(history.entries_);
+  }
+  return history;
+}
+
+bool RenameHistory::mergeFromFile() {
+  if (!file_) return false;
+  // This history's own last save has set what it wrote once it is done.
+  if (saveTask_.valid()) saveTask_.wait();
+  FileState& known = *fileState_;
+  FileRead read = readFile(*file_, known.stamp);
+  if (read.outcome == FileRead::Outcome::unreadable) return false;
+  if (read.outcome == FileRead::Outcome::read && read.stamp == known.stamp) return false;
+  if (read.outcome == FileRead::Outcome::missing && !known.stamp) return false;
+  std::vector<Entry> theirs;
+  if (read.outcome == FileRead::Outcome::read) {
+    std::optional<std::vector<Entry>> decoded = decode(read.text);
+    if (!decoded) return false;  // not a history: this one's next save replaces it
+    theirs = std::move(*decoded);
+  }
+
+  std::unordered_map<std::string, const Entry*> mine;
+  for (const Entry& e : entries_)
+    mine.emplace(e.id.string(), &e);
+  std::unordered_set<std::string> inFile;
+  std::vector<Entry> merged;
+  merged.reserve(theirs.size() + entries_.size());
+  for (Entry& e : theirs) {
+    std::string id = e.id.string();
+    if (auto it = mine.find(id); it != mine.end() && it->second->isReverted) e.isReverted = true;
+    inFile.insert(std::move(id));
+    merged.push_back(std::move(e));
+  }
+  // An entry the file never held (its save failed or is yet to come) stays; one it held and holds
+  // no longer was removed there.
+  for (const Entry& e : entries_) {
+    const std::string id = e.id.string();
+    if (inFile.count(id) == 0 && known.ids.count(id) == 0) merged.push_back(e);
+  }
+  std::stable_sort(merged.begin(), merged.end(),
+                   [](const Entry& a, const Entry& b) { return a.date > b.date; });
+
+  known.stamp = read.outcome == FileRead::Outcome::read ? std::optional(read.stamp) : std::nullopt;
+  known.ids = std::move(inFile);
+  if (merged == entries_) return false;
+  entries_ = std::move(merged);
+  return true;
+}
+
+bool RenameHistory::reload() {
+  // The file is always replaced whole, so reading it needs no lock.
+  return mergeFromFile();
 }
 
 RenameHistory::~RenameHistory() {
@@ -110,6 +273,8 @@ Uuid RenameHistory::add(Kind kind, const std::vector<FileMove>& moves) {
 }
 
 Uuid RenameHistory::add(Kind kind, const std::vector<FileMove>& moves, Date date) {
+  std::shared_ptr<FileLock> lock = lockFile();
+  mergeFromFile();
   Entry e{Uuid::random(), date, kind, {}, false};
   e.moves.reserve(moves.size());
   for (const FileMove& m : moves)
@@ -124,23 +289,32 @@ Uuid RenameHistory::add(Kind kind, const std::vector<FileMove>& moves, Date date
     total -= entries_.back().moves.size();
     entries_.pop_back();
   }
-  save();
+  save(std::move(lock));
   return id;
 }
 
 void RenameHistory::markReverted(const Uuid& id) {
+  markReverted(std::vector<Uuid>{id});
+}
+
+void RenameHistory::markReverted(const std::vector<Uuid>& ids) {
+  std::shared_ptr<FileLock> lock = lockFile();
+  mergeFromFile();
+  bool changed = false;
   for (Entry& e : entries_) {
-    if (e.id == id) {
+    if (!e.isReverted && std::find(ids.begin(), ids.end(), e.id) != ids.end()) {
       e.isReverted = true;
-      save();
-      return;
+      changed = true;
     }
   }
+  if (changed) save(std::move(lock));
 }
 
 void RenameHistory::clear() {
+  std::shared_ptr<FileLock> lock = lockFile();
+  mergeFromFile();
   entries_.clear();
-  save();
+  save(std::move(lock));
 }
 
 const RenameHistory::Entry* RenameHistory::newestNotReverted() const {
@@ -163,8 +337,66 @@ std::vector<std::filesystem::path> RenameHistory::foldersOf(const Entry& entry) 
 std::vector<FileMove> RenameHistory::reversal(const Entry& entry) {
   std::vector<FileMove> out;
   out.reserve(entry.moves.size());
-  for (const Move& m : entry.moves)
-    out.push_back(FileMove{m.destination, m.source});
+  // The last move made is the first undone.
+  for (auto m = entry.moves.rbegin(); m != entry.moves.rend(); ++m)
+    out.push_back(FileMove{m->destination, m->source});
+  return out;
+}
+
+std::vector<RenameHistory::Entry> RenameHistory::goingBackChain(const Uuid& id) const {
+  const auto target =
+      std::find_if(entries_.begin(), entries_.end(), [&](const Entry& e) { return e.id == id; });
+  if (target == entries_.end() || target->isReverted) return {};
+  std::unordered_set<std::string> at;      // where the chain's files are now
+  std::unordered_set<std::string> wanted;  // the names going back gives back
+  std::vector<const Entry*> chain;
+  const auto join = [&](const Entry& e) {
+    chain.push_back(&e);
+    for (const Move& m : e.moves) {
+      at.erase(m.source.native());
+      wanted.insert(m.source.native());
+    }
+    for (const Move& m : e.moves)
+      at.insert(m.destination.native());
+  };
+  join(*target);
+  // The later entries, oldest first.
+  for (auto later = std::make_reverse_iterator(target); later != entries_.rend(); ++later) {
+    if (later->isReverted) continue;
+    const bool inTheWay = std::any_of(later->moves.begin(), later->moves.end(), [&](const Move& m) {
+      return at.count(m.source.native()) > 0 || wanted.count(m.destination.native()) > 0;
+    });
+    if (inTheWay) join(*later);
+  }
+  std::vector<Entry> out;
+  out.reserve(chain.size());
+  for (auto e = chain.rbegin(); e != chain.rend(); ++e)
+    out.push_back(**e);
+  return out;
+}
+
+std::vector<FileMove> RenameHistory::reversal(const std::vector<Entry>& chain) {
+  std::vector<FileMove> out;  // each file: where it is now, where it is after the steps so far
+  std::unordered_map<std::string, std::size_t> byPlace;  // a file's place so far -> its move
+  for (const Entry& entry : chain) {
+    // A batch's moves happen together: each file is found where it was before any of them.
+    std::vector<std::pair<std::size_t, std::filesystem::path>> steps;
+    for (FileMove& back : reversal(entry)) {
+      std::size_t index = out.size();
+      if (auto found = byPlace.find(back.source.native()); found != byPlace.end()) {
+        index = found->second;
+        byPlace.erase(found);
+      } else {
+        out.push_back(FileMove{back.source, back.source});
+      }
+      steps.emplace_back(index, std::move(back.destination));
+    }
+    for (auto& [index, to] : steps) {
+      byPlace[to.native()] = index;
+      out[index].destination = std::move(to);
+    }
+  }
+  std::erase_if(out, [](const FileMove& m) { return m.source == m.destination; });
   return out;
 }
 
@@ -226,22 +458,31 @@ std::optional<std::vector<RenameHistory::Entry>> RenameHistory::decode(std::stri
   }
 }
 
-void RenameHistory::save() {
+void RenameHistory::save(std::shared_ptr<FileLock> lock) {
   if (!file_) return;
   std::shared_future<bool> previous = std::move(saveTask_);
   // The task's state outlives it in the future that the next save waits on: what it holds is
   // taken out when it runs, so that every save doesn't keep its copy and its forerunner's alive.
-  auto task = [previous = std::move(previous), entries = entries_, file = *file_]() mutable {
+  auto task = [previous = std::move(previous), entries = entries_, file = *file_,
+               state = fileState_, lock = std::move(lock)]() mutable {
     if (previous.valid()) std::exchange(previous, {}).wait();
     const std::vector<Entry> mine = std::move(entries);
     entries = {};
+    bool written = false;
     try {
       const std::string data = encode(mine);
       // A failed save leaves the previous file in place.
-      return !DurableFile::write(file, data).has_value();
+      written = !DurableFile::write(file, data).has_value();
+      if (written) {
+        struct stat st {};
+        state->stamp = ::stat(file.c_str(), &st) == 0 ? std::optional(stampOf(st)) : std::nullopt;
+        state->ids = idsOf(mine);
+      }
     } catch (const std::exception&) {
-      return false;  // out of memory while encoding: dropped like any other failed save
+      // out of memory while encoding: dropped like any other failed save
     }
+    lock.reset();  // the next writer, here or in another process, may go on
+    return written;
   };
   auto job = std::make_shared<std::packaged_task<bool()>>(std::move(task));
   saveTask_ = job->get_future().share();

@@ -43,8 +43,30 @@ std::string localTime(Date date) {
   return buffer;
 }
 
-int goBack(Tool& tool, const RenameHistory::Entry& entry) {
-  const std::size_t count = entry.moves.size();
+int goBack(Tool& tool, const RenameHistory::Entry& entry, bool yes) {
+  // Later renames that moved the same files are gone back from first, once the user agrees.
+  const std::vector<RenameHistory::Entry> chain = tool.history().goingBackChain(entry.id);
+  if (chain.size() > 1 && !yes) {
+    std::cout << "These files were renamed again since. Going back from "
+              << entry.id.string().substr(0, 8) << " first goes back from the later renames:\n";
+    TextTable table({"Id", "Date", "Files", "Folder"});
+    for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
+      const auto folders = RenameHistory::foldersOf(chain[i]);
+      table.add({chain[i].id.string().substr(0, 8), localTime(chain[i].date),
+                 std::to_string(chain[i].moves.size()),
+                 folders.empty() ? "" : folders.front().native()});
+    }
+    table.print(std::cout, tool.terminal());
+    const bool interactive = ::isatty(STDIN_FILENO) == 1 && tool.terminal().errIsTerminal;
+    if (!interactive) {
+      tool.error("Without a terminal to confirm on, give --yes to go back from them all.");
+      return kExitUsage;
+    }
+    if (!tool.confirm("Go back from all " + std::to_string(chain.size()) + " renames?")) {
+      tool.error("Nothing was renamed.");
+      return kExitRefused;
+    }
+  }
   SystemFileRenaming& system = tool.fileSystem();
   Result<BatchRunner::Done, BatchRunner::Failure> result = [&] {
     HoldInterrupts hold;
@@ -52,7 +74,9 @@ int goBack(Tool& tool, const RenameHistory::Entry& entry) {
   }();
   if (!result) return reportBatchFailure(tool, result.error());
   if (!result.value().historySaved) tool.error(Messages::historyNotSaved());
-  std::cout << Messages::filesBackToPrevious(static_cast<std::int64_t>(count)) << "\n";
+  std::cout << Messages::filesBackToPrevious(
+                   static_cast<std::int64_t>(result.value().batch.moves.size()))
+            << "\n";
   return kExitOk;
 }
 
@@ -62,14 +86,14 @@ int undo(Tool& tool) {
     tool.error(Messages::nothingToUndo());
     return kExitRefused;
   }
-  return goBack(tool, *entry);
+  return goBack(tool, *entry, true);
 }
 
-int revert(Tool& tool, const std::string& id) {
+int revert(Tool& tool, const std::string& id, bool yes) {
   // A whole id or the start of one, as `tessane history` shows them.
   Planned<RenameHistory::Entry> entry = entryToRevert(tool.history(), id);
   if (!entry) return reportProblem(tool, entry.error());
-  return goBack(tool, entry.value());
+  return goBack(tool, entry.value(), yes);
 }
 
 int history(Tool& tool, bool json) {
@@ -162,10 +186,14 @@ void addHistoryCommands(CLI::App& app, Tool& tool, int& exitCode) {
   list->callback([json, &tool, &exitCode] { exitCode = history(tool, *json); });
 
   auto id = std::make_shared<std::string>();
+  auto throughLater = std::make_shared<bool>(false);
   CLI::App* back = app.add_subcommand("revert", "Put back the names from before a given rename");
   back->add_option("ID", *id, "The rename's id, or its first characters, from `tessane history`")
       ->required();
-  back->callback([id, &tool, &exitCode] { exitCode = revert(tool, *id); });
+  back->add_flag("-y,--yes", *throughLater,
+                 "Go back from later renames of the same files without asking");
+  back->callback(
+      [id, throughLater, &tool, &exitCode] { exitCode = revert(tool, *id, *throughLater); });
 
   auto paths = std::make_shared<std::vector<std::string>>();
   auto yes = std::make_shared<bool>(false);

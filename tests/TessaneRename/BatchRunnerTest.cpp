@@ -146,6 +146,45 @@ TEST(BatchRunner, GoingBackRefusesUnknownAndRevertedEntries) {
                                                 {"b.jpg", "another file, not the one renamed"}}));
 }
 
+// Going back from an older batch when later ones renamed its files again, or took the names it
+// would give back: those go back first, in the same batch; a later batch out of the way stays.
+TEST(BatchRunner, GoingBackFromAnOlderBatchGoesThroughTheLaterOnesInItsWay) {
+  TempFolder photos, data;
+  LinuxFileRenaming system;
+  for (const char* name : {"a", "b", "c", "x"})
+    photos.file(name, name);
+  RenameHistory history;
+  const fs::path journals = data.path() / "Journal";
+  const auto batch = [&](std::vector<std::pair<const char*, const char*>> moves) {
+    std::vector<FileMove> out;
+    for (const auto& [from, to] : moves)
+      out.push_back(FileMove{photos.path() / from, photos.path() / to});
+    EXPECT_TRUE(
+        BatchRunner::run(out, RenameHistory::Kind::rename, kDate, system, history, journals).ok());
+    return history.entries().front().id;
+  };
+  const Uuid first = batch({{"a", "a1"}, {"b", "b1"}});
+  const Uuid further = batch({{"a1", "a2"}});           // one of its files, renamed again
+  const Uuid aside = batch({{"x", "y"}});               // another file: not in the way
+  const Uuid takesName = batch({{"c", "a"}});           // takes a name going back gives back
+  const Uuid swap = batch({{"b1", "y"}, {"y", "b1"}});  // its other file, swapped with another
+
+  std::vector<Uuid> chain;
+  for (const RenameHistory::Entry& e : history.goingBackChain(first))
+    chain.push_back(e.id);
+  EXPECT_EQ(chain, (std::vector<Uuid>{swap, takesName, further, first}));
+  EXPECT_EQ(history.goingBackChain(swap).size(), 1u);
+
+  auto back = BatchRunner::goBack(first, kDate, system, history, journals);
+  ASSERT_TRUE(back.ok());
+  EXPECT_EQ(back.value().batch.moves.size(), 4u) << "each file moved once, straight home";
+  EXPECT_EQ(folderContents(photos.path()),
+            (std::map<std::string, std::string>{{"a", "a"}, {"b", "b"}, {"c", "c"}, {"y", "x"}}));
+  for (const RenameHistory::Entry& e : history.entries())
+    EXPECT_EQ(e.isReverted, e.id != aside);
+  EXPECT_TRUE(history.goingBackChain(first).empty());
+}
+
 TEST(BatchRunner, RemembersTheCamerasNamesAsTheSettingSays) {
   TempFolder photos, data;
   LinuxFileRenaming system;

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QProcess>
 #include <QUrlQuery>
@@ -15,6 +16,7 @@
 #include "TessaneRename/BetaReporter.h"
 #include "TessaneRename/Distribution.h"
 #include "TessaneRename/InterfaceTranslation.h"
+#include "TessaneRename/QuitSignals.h"
 
 namespace tessane {
 namespace {
@@ -159,7 +161,8 @@ struct AppRun {
   }
 };
 
-AppRun runApp(const std::filesystem::path& folder, const QString& mode) {
+// "loop" runs until `signal` is sent to it.
+AppRun runApp(const std::filesystem::path& folder, const QString& mode, int signal = 0) {
   QProcess child;
   child.start(TESSANE_CRASH_CHILD, {QString::fromStdString(folder.string()), mode});
   EXPECT_TRUE(child.waitForStarted());
@@ -167,6 +170,7 @@ AppRun runApp(const std::filesystem::path& folder, const QString& mode) {
   while (!out.contains("ready\n") && child.waitForReadyRead(10000))
     out += child.readAllStandardOutput();
   if (mode == "wait") child.kill();  // SIGKILL: nothing of the process runs any more
+  if (mode == "loop") ::kill(static_cast<pid_t>(child.processId()), signal);
   child.waitForFinished(10000);
   out += child.readAllStandardOutput();
   return AppRun{QString::fromUtf8(out), child.exitStatus()};
@@ -192,6 +196,22 @@ TEST(CrashWatchTest, AKilledRunIsNoticedAtTheNextStartAndANormalQuitIsNot) {
   EXPECT_FALSE(afterNormalQuit.launchLine().endsWith(" after a sudden quit"));
   EXPECT_FALSE(afterNormalQuit.report.contains("— Crash"));
   EXPECT_FALSE(std::filesystem::exists(beta / "Running"));
+}
+
+// A logout, a closed terminal and Ctrl+C end the application as a quit does.
+TEST(CrashWatchTest, TheSignalsThatAskToEndAreANormalQuit) {
+  TempFolder dir;
+  const auto beta = dir.path() / "Beta";
+  for (const int signal : {SIGTERM, SIGHUP, SIGINT}) {
+    const AppRun asked = runApp(beta, "loop", signal);
+    EXPECT_EQ(asked.exit, QProcess::NormalExit) << signal;
+    const AppRun next = runApp(beta, "quit");
+    EXPECT_FALSE(next.launchLine().endsWith(" after a sudden quit")) << next.report.toStdString();
+    EXPECT_FALSE(next.report.contains("— Crash"));
+    EXPECT_TRUE(
+        next.report.contains(QStringLiteral("Asked to quit (%1)\n").arg(QuitSignals::name(signal))))
+        << next.report.toStdString();
+  }
 }
 
 TEST(CrashWatchTest, ACrashLeavesItsSignalOrExceptionAndTheStack) {

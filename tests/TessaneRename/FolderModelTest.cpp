@@ -121,14 +121,20 @@ TEST_F(Model, RenameUndoAndTheirMessages) {
   ASSERT_EQ(model_->history().entries().size(), 1u);
   EXPECT_EQ(model_->files().front().name.fullName(), "shot_01.jpg") << "listed again";
 
+  // The tool renames in another folder meanwhile: Undo here still undoes this window's batch.
+  {
+    RenameHistory tool = RenameHistory::load(*model_->history().file());
+    tool.add(RenameHistory::Kind::rename, {{"/elsewhere/a.jpg", "/elsewhere/b.jpg"}});
+  }
   model_->undo();
   ASSERT_TRUE(settled());
+  EXPECT_EQ(model_->history().entries().size(), 2u) << "the tool's batch is read in";
   EXPECT_EQ(toast(), "2 files back to their previous names");
   EXPECT_EQ(folderContents(photos_.path()),
             (std::map<std::string, std::string>{{"a.jpg", "a"}, {"b.jpg", "b"}}));
   model_->undo();
   EXPECT_EQ(error(), "There’s nothing to undo.");
-  model_->revert(model_->history().entries().front().id);
+  model_->revert(model_->history().entries().back().id);
   EXPECT_EQ(error(), "These files are already back to the names they had before this rename.");
 }
 

@@ -1,7 +1,10 @@
 #include "TessaneRename/RenameHistory.h"
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -62,8 +65,10 @@ TEST(RenameHistory, UndoGoesBackFromTheNewestNotReverted) {
   EXPECT_EQ(history.newestNotReverted()->id, second);
   history.markReverted(second);
   ASSERT_EQ(history.newestNotReverted()->id, first);
-  EXPECT_EQ(RenameHistory::reversal(*history.newestNotReverted())[2],
-            (FileMove{"/card/b2", "/card/a2"}));
+  // Going back undoes the moves from the last made to the first.
+  EXPECT_EQ(RenameHistory::reversal(*history.newestNotReverted()),
+            (std::vector<FileMove>{
+                {"/card/b2", "/card/a2"}, {"/card/b1", "/card/a1"}, {"/card/b0", "/card/a0"}}));
   history.markReverted(first);
   EXPECT_EQ(history.newestNotReverted(), nullptr);
 }
@@ -139,6 +144,71 @@ TEST(RenameHistory, SavesInOrderAndReloads) {
   unwritable.waitForSaves();
   EXPECT_EQ(unwritable.entries().size(), 1u);
   EXPECT_EQ(contentsOf(dir.path() / "History.json"), "kept");
+}
+
+// Two histories over one file, as a window open while the tool renames: each change reads in what
+// the other wrote, and an entry the other removed stays removed.
+TEST(RenameHistory, ChangesMergeWhatAnotherHistoryWrote) {
+  TempFolder dir;
+  const fs::path file = dir.path() / "History.json";
+  RenameHistory window = RenameHistory::load(file);
+  const Uuid first = window.add(Kind::rename, movesOf(2), kDate);
+  window.waitForSaves();
+
+  RenameHistory tool = RenameHistory::load(file);
+  const Uuid theirs = tool.add(Kind::rename, movesOf(1), kDate + std::chrono::hours(1));
+  tool.markReverted(first);
+  tool.waitForSaves();
+
+  const Uuid mine = window.add(Kind::rename, movesOf(3), kDate + std::chrono::hours(2));
+  window.waitForSaves();
+  const std::vector<RenameHistory::Entry>& entries = window.entries();
+  ASSERT_EQ(entries.size(), 3u);
+  EXPECT_EQ(entries[0].id, mine);
+  EXPECT_EQ(entries[1].id, theirs);
+  EXPECT_EQ(entries[2].id, first);
+  EXPECT_TRUE(entries[2].isReverted) << "gone back from by the other";
+  EXPECT_EQ(RenameHistory::load(file).entries(), entries);
+
+  EXPECT_FALSE(window.reload()) << "nothing new in the file";
+  tool.clear();
+  tool.waitForSaves();
+  EXPECT_TRUE(window.reload());
+  EXPECT_TRUE(window.entries().empty()) << "cleared by the other";
+}
+
+// Three processes adding at once: every entry reaches the file.
+TEST(RenameHistory, ProcessesAddingAtOnceLoseNothing) {
+  TempFolder dir;
+  const fs::path file = dir.path() / "History.json";
+  constexpr int kEach = 12;
+  std::vector<pid_t> children;
+  for (int c = 0; c < 2; ++c) {
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+      RenameHistory history = RenameHistory::load(file);
+      for (int i = 0; i < kEach; ++i)
+        history.add(Kind::rename, movesOf(40, "/child" + std::to_string(c)));
+      ::_exit(history.waitForSaves() ? 0 : 1);
+    }
+    children.push_back(child);
+  }
+  RenameHistory history = RenameHistory::load(file);
+  for (int i = 0; i < kEach; ++i)
+    history.add(Kind::rename, movesOf(40, "/parent"));
+  EXPECT_TRUE(history.waitForSaves());
+  for (const pid_t child : children) {
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+  }
+  std::map<std::string, int> byFolder;
+  const RenameHistory written = RenameHistory::load(file);
+  for (const RenameHistory::Entry& e : written.entries())
+    ++byFolder[RenameHistory::foldersOf(e).front().string()];
+  EXPECT_EQ(byFolder, (std::map<std::string, int>{
+                          {"/child0", kEach}, {"/child1", kEach}, {"/parent", kEach}}));
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <map>
 
 #include "../MediaMetadata/Fixtures.h"
+#include "TessaneRename/RenameHistory.h"
 #include "ToolRunner.h"
 
 namespace tessane::testing {
@@ -147,6 +148,43 @@ TEST_F(RenameCommands, RenameUndoRevertAndTheHistoryFile) {
   const std::string first = Json::parse(run({"history", "--json"}).out)[1]["id"];
   EXPECT_EQ(run({"revert", first}).exitCode, 1);
   EXPECT_EQ(run({"revert", "FFFFFFFF"}).exitCode, 1);
+
+  // Two renames in a row: going back from the first goes back from the second too, once agreed.
+  ASSERT_EQ(run({"rename", folder(), "--template", "a_{counter}", "--yes"}).exitCode, 0);
+  ASSERT_EQ(run({"rename", folder(), "--template", "b_{counter}", "--yes"}).exitCode, 0);
+  const Json two = Json::parse(run({"history", "--json"}).out);
+  const std::string older = two[1]["id"];
+  const ToolResult asked = run({"revert", older});
+  EXPECT_EQ(asked.exitCode, 2);
+  EXPECT_NE(asked.out.find(two[0]["id"].get<std::string>().substr(0, 8)), std::string::npos)
+      << "the later rename is named: " << asked.out;
+  const ToolResult through = run({"revert", older, "--yes"});
+  ASSERT_EQ(through.exitCode, 0) << through.err;
+  EXPECT_EQ(through.out, "4 files back to their previous names\n");
+  EXPECT_EQ(namesIn(shoot_.path()), before);
+  const Json after = Json::parse(run({"history", "--json"}).out);
+  EXPECT_TRUE(after[0]["isReverted"] && after[1]["isReverted"]);
+}
+
+// A window keeps its history open from its start; the tool writes the same file meanwhile, and
+// neither loses the other's batches.
+TEST_F(RenameCommands, TheToolAndAnOpenWindowShareTheHistory) {
+  RenameHistory window = RenameHistory::load(tool_.dataFolder() / "History.json");
+  ASSERT_EQ(run({"rename", folder(), "--template", "a_{counter}", "--yes"}).exitCode, 0);
+  const Uuid mine = window.add(RenameHistory::Kind::rename,
+                               {{shoot_.path() / "elsewhere.jpg", shoot_.path() / "there.jpg"}});
+  ASSERT_TRUE(window.waitForSaves());
+  ASSERT_EQ(window.entries().size(), 2u) << "the tool's batch is read in before the change";
+  const std::string theirs = window.entries()[1].id.string();
+
+  ASSERT_EQ(run({"revert", theirs}).exitCode, 0);
+  window.markReverted(mine);
+  ASSERT_TRUE(window.waitForSaves());
+  const Json entries = Json::parse(run({"history", "--json"}).out);
+  ASSERT_EQ(entries.size(), 2u);
+  EXPECT_EQ(entries[0]["id"], mine.string());
+  EXPECT_EQ(entries[1]["id"], theirs);
+  EXPECT_TRUE(entries[0]["isReverted"] && entries[1]["isReverted"]) << entries.dump();
 }
 
 TEST_F(RenameCommands, RestoreOriginalsAfterSeveralRenames) {

@@ -93,6 +93,7 @@ MainWindow& AppWindows::newWindow() {
   main->model = std::make_unique<FolderModel>(app_);
   main->model->setRevealer(
       [this](const std::vector<std::filesystem::path>& files) { desktop_.revealFiles(files); });
+  reporter_.follow(*main->model);
   main->window = new MainWindow(*main->model, app_, desktop_);
   MainWindow* window = main->window;
   window->setUpdater(updater_);

@@ -1,6 +1,7 @@
 #include "TessaneRename/Windows/HistoryWindow.h"
 
 #include <QDateTime>
+#include <QFileSystemWatcher>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -110,6 +111,17 @@ HistoryWindow::HistoryWindow(RenameHistory& history, Models models, QWidget* par
   layout->addWidget(message_);
   layout->addLayout(buttons);
   resize(760, 440);
+
+  // The tool writes the same history: show its batches as they come.
+  if (const std::optional<fs::path>& file = history_.file()) {
+    auto* watcher = new QFileSystemWatcher(this);
+    std::error_code ignored;
+    fs::create_directories(file->parent_path(), ignored);
+    watcher->addPath(QString::fromStdString(file->parent_path().string()));
+    connect(watcher, &QFileSystemWatcher::directoryChanged, this, [this] {
+      if (history_.reload()) refresh();
+    });
+  }
   refresh();
 }
 
@@ -123,6 +135,7 @@ void HistoryWindow::refresh() {
   if (const QTreeWidgetItem* item = list_->currentItem()) {
     selected = item->data(date, kIdRole).toString();
   }
+  history_.reload();
   list_->clear();
   QTreeWidgetItem* current = nullptr;
   for (const RenameHistory::Entry& entry : history_.entries()) {
@@ -133,10 +146,11 @@ void HistoryWindow::refresh() {
     QString stateText;
     if (entry.isReverted) {
       stateText = tr("Gone back");
-    } else if (modelFor(entry) == nullptr) {
-      stateText = tr("Add the folder to the list to go back");
+    } else if (history_.goingBackChain(entry.id).size() > 1) {
+      stateText = tr("Renamed again since");
     } else {
-      stateText = goBackLabel(entry);
+      stateText =
+          entry.kind == RenameHistory::Kind::rename ? tr("Renamed") : tr("Original names restored");
     }
     auto* item = new QTreeWidgetItem(
         list_, {dateText(entry.date), folders.join(QStringLiteral(", ")),
@@ -167,8 +181,13 @@ const RenameHistory::Entry* HistoryWindow::selectedEntry() const {
   return nullptr;
 }
 
-FolderModel* HistoryWindow::modelFor(const RenameHistory::Entry& entry) const {
-  const std::vector<fs::path> needed = RenameHistory::foldersOf(entry);
+FolderModel* HistoryWindow::modelFor(const std::vector<RenameHistory::Entry>& chain) const {
+  if (chain.empty()) return nullptr;
+  std::vector<fs::path> needed;
+  for (const RenameHistory::Entry& entry : chain) {
+    for (fs::path& f : RenameHistory::foldersOf(entry))
+      needed.push_back(std::move(f));
+  }
   for (FolderModel* model : models_ ? models_() : std::vector<FolderModel*>()) {
     const std::vector<fs::path>& listed = model->folders();
     const bool holds = std::all_of(needed.begin(), needed.end(), [&](const fs::path& f) {
@@ -186,7 +205,7 @@ void HistoryWindow::selectionChanged() {
     goBack_->setEnabled(false);
     return;
   }
-  FolderModel* model = entry->isReverted ? nullptr : modelFor(*entry);
+  FolderModel* model = entry->isReverted ? nullptr : modelFor(history_.goingBackChain(entry->id));
   goBack_->setText(entry->isReverted || model != nullptr
                        ? goBackLabel(*entry)
                        : tr("Add the folder to the list to go back"));
@@ -197,13 +216,15 @@ void HistoryWindow::selectionChanged() {
 void HistoryWindow::goBack() {
   const RenameHistory::Entry* entry = selectedEntry();
   if (entry == nullptr || entry->isReverted) return;
-  FolderModel* model = modelFor(*entry);
+  const Uuid id = entry->id;
+  const std::vector<RenameHistory::Entry> chain = history_.goingBackChain(id);
+  FolderModel* model = modelFor(chain);
   if (model == nullptr) {
     showMessage(q(Messages::addFolderToGoBack()), true);
     return;
   }
+  if (chain.size() > 1 && !askToGoBackThrough(chain)) return;
   message_->hide();
-  const Uuid id = entry->id;
   watch(model);
   model->revert(id);
   if (!model->isRenaming()) batchEnded(model, true);  // refused at once
@@ -241,6 +262,32 @@ void HistoryWindow::batchEnded(FolderModel* model, bool failed) {
   } else {
     showMessage(q(toast->text), false);
   }
+}
+
+// One question naming the later batches that going back goes through first.
+bool HistoryWindow::askToGoBackThrough(const std::vector<RenameHistory::Entry>& chain) {
+  QStringList later;
+  for (std::size_t i = 0; i + 1 < chain.size(); ++i) {
+    const RenameHistory::Entry& e = chain[i];
+    QStringList folders;
+    for (const fs::path& f : RenameHistory::foldersOf(e))
+      folders << q(f.filename().empty() ? f.string() : f.filename().string());
+    later << tr("%1, %2: %3 files")
+                 .arg(dateText(e.date), folders.join(QStringLiteral(", ")),
+                      QLocale().toString(static_cast<qlonglong>(e.moves.size())));
+  }
+  const QString question = tr("Go back from the later renames too?");
+  const QString details =
+      tr("These files were renamed again since. To give them back the names they had before this "
+         "rename, these later renames are gone back from first:") +
+      QStringLiteral("\n") + later.join('\n');
+  if (ask_) return ask_(question, details);
+  QMessageBox box(QMessageBox::Question, tr("Go Back"), question, QMessageBox::Cancel, this);
+  box.setInformativeText(details);
+  QPushButton* yes = box.addButton(tr("Go Back from All"), QMessageBox::AcceptRole);
+  box.setDefaultButton(yes);
+  box.exec();
+  return box.clickedButton() == yes;
 }
 
 void HistoryWindow::clearHistory() {

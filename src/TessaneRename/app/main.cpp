@@ -10,9 +10,11 @@
 #include <QDir>
 #include <QFile>
 #include <QStringList>
+#include <QTimer>
 #include <QVersionNumber>
 
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "TessaneRename/AppContext.h"
@@ -22,6 +24,7 @@
 #include "TessaneRename/Distribution.h"
 #include "TessaneRename/FolderModel.h"
 #include "TessaneRename/InterfaceTranslation.h"
+#include "TessaneRename/QuitSignals.h"
 #include "TessaneRename/SingleInstance.h"
 #include "TessaneRename/Windows/AppWindows.h"
 #include "TessaneRename/Windows/MainWindow.h"
@@ -34,6 +37,19 @@ std::vector<std::filesystem::path> localPaths(const QStringList& paths) {
   for (const QString& path : paths)
     out.emplace_back(QFile::encodeName(path).toStdString());
   return out;
+}
+
+// Quits once no window is in the middle of a batch, so a logout never leaves one half done.
+void quitWhenNoBatchRuns(tessane::AppWindows& windows) {
+  auto* wait = new QTimer(&windows);
+  QObject::connect(wait, &QTimer::timeout, &windows, [&windows, wait] {
+    for (const tessane::MainWindow* window : windows.mainWindows()) {
+      if (window->model().isRenaming()) return;
+    }
+    wait->stop();
+    QApplication::quit();
+  });
+  wait->start(50);
 }
 
 }  // namespace
@@ -83,6 +99,18 @@ int main(int argc, char** argv) {
                      window->show();
                      window->raise();
                      window->activateWindow();
+                   });
+
+  // A logout (SIGTERM), a closed terminal (SIGHUP) or Ctrl+C ends the application as Quit does.
+  tessane::QuitSignals quitSignals;
+  bool quitting = false;
+  QObject::connect(&quitSignals, &tessane::QuitSignals::quitRequested, &windows,
+                   [&windows, &reporter, &quitting](int signal) {
+                     reporter.diary().write(std::string("Asked to quit (") +
+                                            tessane::QuitSignals::name(signal) + ")");
+                     if (quitting) return;
+                     quitting = true;
+                     quitWhenNoBatchRuns(windows);
                    });
 
   model.resumeSession();

@@ -237,6 +237,66 @@ TEST_F(Windows, HistoryListsABatchAndGoesBackFromIt) {
   history.list()->setCurrentItem(history.list()->topLevelItem(0));
   EXPECT_EQ(history.goBackButton()->text(), "Add the folder to the list to go back");
   EXPECT_FALSE(history.goBackButton()->isEnabled());
+  window.model().undo();
+
+  // What happened, as the diary tells it in a problem report.
+  std::vector<std::string> diary;
+  for (const std::string& line : reporter_->diary().lines())
+    diary.push_back(line.substr(line.find(' ') + 1));  // without the time
+  const std::string folder = photos_.path().string();
+  EXPECT_EQ(diary,
+            (std::vector<std::string>{"Opened " + folder, "Renamed 2 files",
+                                      "Went back: 2 files back to their previous names",
+                                      "Renamed 2 files", "Removed " + folder + " from the list",
+                                      "Error: " + window.model().errorMessage().value_or("none")}));
+}
+
+// An older batch whose files a later one renamed again: the state says so, and Go Back asks once,
+// naming the later batch, before going back through both.
+TEST_F(Windows, GoingBackFromAnOlderBatchAsksToGoThroughTheLaterOne) {
+  photos_.file("a.jpg", "a");
+  photos_.file("b.jpg", "b");
+  MainWindow& window = openWindow(photos_.path(), QStringLiteral("one_{name}"));
+  window.model().rename();
+  ASSERT_TRUE(settled(window.model()));
+  type(window, QStringLiteral("two_{name}"));
+  ASSERT_TRUE(settled(window.model()));
+  window.model().rename();
+  ASSERT_TRUE(settled(window.model()));
+  ASSERT_EQ(folderContents(photos_.path()).count("two_one_a.jpg"), 1u);
+
+  HistoryWindow& history = windows_->showHistory();
+  ASSERT_EQ(history.list()->topLevelItemCount(), 2);
+  EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::state), "Renamed");
+  EXPECT_EQ(history.list()->topLevelItem(1)->text(HistoryWindow::state), "Renamed again since");
+  std::vector<QString> asked;
+  bool agree = false;
+  history.setAsk([&](const QString& question, const QString& details) {
+    asked.push_back(question + '\n' + details);
+    return agree;
+  });
+  history.list()->setCurrentItem(history.list()->topLevelItem(1));
+  QTest::mouseClick(history.goBackButton(), Qt::LeftButton);
+  ASSERT_EQ(asked.size(), 1u);
+  EXPECT_TRUE(asked[0].contains(QString::fromStdString(photos_.path().filename().string()) +
+                                QStringLiteral(": 2 files")))
+      << asked[0].toStdString();
+  EXPECT_FALSE(window.model().isRenaming()) << "declined: nothing happens";
+
+  agree = true;
+  QTest::mouseClick(history.goBackButton(), Qt::LeftButton);
+  ASSERT_TRUE(settled(window.model()));
+  EXPECT_EQ(folderContents(photos_.path()),
+            (std::map<std::string, std::string>{{"a.jpg", "a"}, {"b.jpg", "b"}}));
+  EXPECT_EQ(history.list()->topLevelItem(0)->text(HistoryWindow::state), "Gone back");
+  EXPECT_EQ(history.list()->topLevelItem(1)->text(HistoryWindow::state), "Gone back");
+  EXPECT_EQ(history.message()->text(), "2 files back to their previous names");
+
+  // A rename the tool makes meanwhile shows up in the open window.
+  RenameHistory tool = RenameHistory::load(*app_->history().file());
+  tool.add(RenameHistory::Kind::rename, {{"/elsewhere/a.jpg", "/elsewhere/b.jpg"}});
+  ASSERT_TRUE(tool.waitForSaves());
+  EXPECT_TRUE(waitFor([&] { return history.list()->topLevelItemCount() == 3; }));
 }
 
 TEST_F(Windows, NewWindowIsIndependentAndAuxiliaryWindowsOpenOnce) {
