@@ -16,6 +16,7 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <algorithm>
 #include <cstdlib>
 #include <ctime>
 #include <iostream>
@@ -87,10 +88,16 @@ class Screenshots {
     QTest::keyClicks(field, text);
   }
 
+  // Waits for every file's data to be read and the preview to be made of it.
   static void settle(FolderModel& model) {
     require(waitFor([&] {
+              const auto& files = model.files();
               return model.previewBuildCount() == 0 && model.preview() != nullptr &&
-                     !model.isRenaming() && model.previewSources().size() == model.files().size();
+                     !model.isRenaming() && model.previewSources().size() == files.size() &&
+                     std::all_of(files.begin(), files.end(),
+                                 [](const FolderFile& f) { return !f.metadata.empty(); }) &&
+                     std::all_of(model.previewSources().begin(), model.previewSources().end(),
+                                 [](const auto& s) { return !s.metadata.empty(); });
             }),
             "the preview didn't settle");
   }
