@@ -14,21 +14,19 @@
 #include "FinishesInTime.h"
 #include "Fixtures.h"
 #include "MediaMetadata/ImageReader.h"
+#include "Rules.h"
 #include "TempFolder.h"
 
 namespace tessane {
 namespace {
+
+using testing::utc;
 
 using namespace std::chrono;
 using testing::TempFolder;
 
 std::unique_ptr<icu::TimeZone> rome() {
   return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone("Europe/Rome"));
-}
-
-Date utc(int y, unsigned mo, unsigned d, int h, int mi, int s) {
-  return Date{sys_days{year{y} / month{mo} / day{d}}.time_since_epoch() + hours{h} + minutes{mi} +
-              seconds{s}};
 }
 
 std::string textOf(const MetadataMap& m, MetadataKey k) {
@@ -351,16 +349,7 @@ TEST_F(Provider, ContentsThatLieAboutTheirKindNeverCrash) {
 TEST_F(Provider, EmptyAndTruncatedFilesGiveWhatTheyCan) {
   const auto full = jpeg("full.jpg", {{"Exif.Image.Make", "Canon"},
                                       {"Exif.Photo.DateTimeOriginal", "2024:05:01 14:03:22"}});
-  std::string bytes;
-  {
-    std::FILE* f = std::fopen(full.c_str(), "rb");
-    ASSERT_NE(f, nullptr);
-    char buf[4096];
-    std::size_t n = 0;
-    while ((n = std::fread(buf, 1, sizeof buf, f)) > 0)
-      bytes.append(buf, n);
-    std::fclose(f);
-  }
+  const std::string bytes = testing::contentsOf(full);
   for (std::size_t cut = 0; cut < bytes.size(); cut += 7) {
     for (const char* name : {"cut.jpg", "cut.CR2", "cut.mp4", "cut.mp3", "cut.pdf"}) {
       const auto p = dir.file(name, bytes.substr(0, cut));

@@ -4,20 +4,18 @@
 #include <unicode/timezone.h>
 
 #include <memory>
+#include "Rules.h"
 
 namespace tessane {
 namespace {
+
+using testing::utc;
 
 using namespace std::chrono;
 using TimeParsing::ZonedDate;
 
 std::unique_ptr<icu::TimeZone> zone(const char* id) {
   return std::unique_ptr<icu::TimeZone>(icu::TimeZone::createTimeZone(id));
-}
-
-Date utc(int y, unsigned mo, unsigned d, int h, int mi, int s, int us = 0) {
-  return Date{sys_days{year{y} / month{mo} / day{d}}.time_since_epoch() + hours{h} + minutes{mi} +
-              seconds{s} + microseconds{us}};
 }
 
 TEST(TimeParsing, ExifDateIsReadInTheGivenZone) {

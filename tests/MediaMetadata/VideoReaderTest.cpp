@@ -8,17 +8,15 @@
 
 #include "Fixtures.h"
 #include "MediaMetadata/MetadataProvider.h"
+#include "Rules.h"
 #include "TempFolder.h"
 
 namespace tessane {
 namespace {
 
-using namespace std::chrono;
+using testing::utc;
 
-Date utc(int y, unsigned mo, unsigned d, int h, int mi, int s) {
-  return Date{sys_days{year{y} / month{mo} / day{d}}.time_since_epoch() + hours{h} + minutes{mi} +
-              seconds{s}};
-}
+using namespace std::chrono;
 
 class Video : public ::testing::Test {
  protected:
@@ -26,16 +24,6 @@ class Video : public ::testing::Test {
   MetadataProvider provider_{*rome_};
   testing::TempFolder dir_;
 };
-
-TEST(VideoCodec, FourCharacterCodesByTheTable) {
-  EXPECT_EQ(VideoReader::codecName("avc1"), "H264");
-  EXPECT_EQ(VideoReader::codecName("hvc1"), "HEVC");
-  EXPECT_EQ(VideoReader::codecName("hev1"), "HEVC");
-  EXPECT_EQ(VideoReader::codecName("apch"), "ProRes422HQ");
-  EXPECT_EQ(VideoReader::codecName("apco"), "ProRes422Proxy");
-  EXPECT_EQ(VideoReader::codecName("ap4h"), "ProRes4444");
-  EXPECT_EQ(VideoReader::codecName("mp4v"), std::nullopt);
-}
 
 TEST_F(Video, QuickTimeTagsTrackAndAnOffsetOfTheShotsOwn) {
   const auto p = dir_.path() / "C0001.mov";

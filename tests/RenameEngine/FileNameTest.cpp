@@ -83,16 +83,5 @@ TEST(FileKind, FromExtensionOrWholeName) {
             FileKind::raw);
 }
 
-TEST(FileKind, OnlyMediaExtensionsCarryASidecar) {
-  // The deliberate exclusions: 'clip.avi.xmp' is not a double extension.
-  for (const char* e :
-       {"gif", "webp", "avi", "mts", "m2ts", "m4v", "mkv", "mp3", "wav", "pdf", "xmp", "txt"}) {
-    EXPECT_FALSE(isSidecarCarrierExtension(e)) << e;
-  }
-  for (const char* e : {"arw", "gpr", "jpeg", "hif", "png", "mxf"}) {
-    EXPECT_TRUE(isSidecarCarrierExtension(e)) << e;
-  }
-}
-
 }  // namespace
 }  // namespace tessane

@@ -8,16 +8,14 @@
 
 #include "RenameEngine/CaptureTime.h"
 #include "RenameEngine/NameKey.h"
+#include "Rules.h"
 
 namespace tessane {
 namespace {
 
-using namespace std::chrono;
+using testing::utc;
 
-Date utc(int y, unsigned mo, unsigned d, int h, int mi, int s = 0) {
-  return Date(sys_days(year_month_day(year(y), month(mo), day(d))) + hours(h) + minutes(mi) +
-              seconds(s));
-}
+using namespace std::chrono;
 
 TEST(MetadataValue, EqualityIsByCaseAndPayload) {
   EXPECT_NE(MetadataValue::text("5"), MetadataValue::integer(5));

@@ -19,28 +19,29 @@ std::string joined(const Pieces& pieces) {
   return out;
 }
 
-TEST(NameDiff, PrefixAdded) {
-  const NameDiff d = NameDiff::compare("IMG_0001", "2024_IMG_0001");
-  EXPECT_EQ(d.oldPieces, (Pieces{{Kind::same, "IMG_0001"}}));
-  EXPECT_EQ(d.newPieces, (Pieces{{Kind::added, "2024_"}, {Kind::same, "IMG_0001"}}));
-}
-
-TEST(NameDiff, EqualAndEmptyNames) {
-  const NameDiff equal = NameDiff::compare("abc", "abc");
-  EXPECT_EQ(equal.oldPieces, (Pieces{{Kind::same, "abc"}}));
-  EXPECT_EQ(equal.newPieces, (Pieces{{Kind::same, "abc"}}));
-  const NameDiff fromEmpty = NameDiff::compare("", "x");
-  EXPECT_TRUE(fromEmpty.oldPieces.empty());
-  EXPECT_EQ(fromEmpty.newPieces, (Pieces{{Kind::added, "x"}}));
-  const NameDiff toEmpty = NameDiff::compare("x", "");
-  EXPECT_EQ(toEmpty.oldPieces, (Pieces{{Kind::removed, "x"}}));
-  EXPECT_TRUE(toEmpty.newPieces.empty());
-}
-
-TEST(NameDiff, ReplacementReadsAsRemovalThenAddition) {
-  const NameDiff d = NameDiff::compare("DSC_0001.JPG", "DSC_0001.jpg");
-  EXPECT_EQ(d.oldPieces, (Pieces{{Kind::same, "DSC_0001."}, {Kind::removed, "JPG"}}));
-  EXPECT_EQ(d.newPieces, (Pieces{{Kind::same, "DSC_0001."}, {Kind::added, "jpg"}}));
+// Added, removed, unchanged and replaced text: a replacement reads as removal then addition.
+TEST(NameDiff, PiecesOfEachSide) {
+  const struct {
+    const char *from, *to;
+    Pieces old, now;
+  } cases[] = {
+      {"IMG_0001",
+       "2024_IMG_0001",
+       {{Kind::same, "IMG_0001"}},
+       {{Kind::added, "2024_"}, {Kind::same, "IMG_0001"}}},
+      {"abc", "abc", {{Kind::same, "abc"}}, {{Kind::same, "abc"}}},
+      {"", "x", {}, {{Kind::added, "x"}}},
+      {"x", "", {{Kind::removed, "x"}}, {}},
+      {"DSC_0001.JPG",
+       "DSC_0001.jpg",
+       {{Kind::same, "DSC_0001."}, {Kind::removed, "JPG"}},
+       {{Kind::same, "DSC_0001."}, {Kind::added, "jpg"}}},
+  };
+  for (const auto& c : cases) {
+    const NameDiff d = NameDiff::compare(c.from, c.to);
+    EXPECT_EQ(d.oldPieces, c.old) << c.from << " -> " << c.to;
+    EXPECT_EQ(d.newPieces, c.now) << c.from << " -> " << c.to;
+  }
 }
 
 TEST(NameDiff, ComparesWholeCharacters) {

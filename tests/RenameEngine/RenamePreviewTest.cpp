@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "Rules.h"
 #include "Subjects.h"
 
 namespace tessane {
 namespace {
+
+using testing::formatRule;
+using testing::operationRule;
 
 using namespace std::chrono;
 
@@ -14,14 +18,6 @@ using testing::subject;
 Date at(int second) {
   return Date(sys_days(year_month_day(year(2026), month(10), day(23))) + hours(9) +
               seconds(second));
-}
-
-Rule formatRule(std::string text) {
-  Rule r;
-  Counter c;
-  c.padding = 4;
-  r.action = {RuleAction::Format{NameFormat{std::move(text), c}}};
-  return r;
 }
 
 PreviewRequest request(std::vector<RenameSubject> files, std::string templateText) {
@@ -75,13 +71,6 @@ TEST(Twins, GroupsShareTheRawsNewBase) {
                                 "2026-10-23_0004.pdf", "2026-10-23_0005.ARW"}));
 }
 
-Rule extensionRule(RenameOperation::Value operation, std::vector<RuleCondition> conditions = {}) {
-  Rule r;
-  r.action = {RuleAction::Operation{RenameOperation{std::move(operation)}}};
-  r.conditions = std::move(conditions);
-  return r;
-}
-
 // Extension changes reach each twin as their scope says, and a sidecar named after its RAW with the
 // RAW's extension keeps matching it; the twins still share the RAW's base.
 TEST(Twins, ExtensionChangesReachTwinsByTheirOwnScope) {
@@ -99,18 +88,18 @@ TEST(Twins, ExtensionChangesReachTwinsByTheirOwnScope) {
   };
   using Names = std::vector<std::string>;
 
-  EXPECT_EQ(namesWith({extensionRule(op::ChangeExtensionCase{CaseStyle::lower})}),
+  EXPECT_EQ(namesWith({operationRule(op::ChangeExtensionCase{CaseStyle::lower})}),
             (Names{"n_0001.cr2", "n_0001.jpg", "n_0001.cr2.xmp", "n_0001.xmp"}));
-  EXPECT_EQ(namesWith({extensionRule(op::ChangeExtensionCase{CaseStyle::lower}, {jpeg})}),
+  EXPECT_EQ(namesWith({operationRule(op::ChangeExtensionCase{CaseStyle::lower}, {jpeg})}),
             (Names{"n_0001.CR2", "n_0001.jpg", "n_0001.CR2.xmp", "n_0001.xmp"}));
-  EXPECT_EQ(namesWith({extensionRule(op::SetExtension{"dng"}, {raw})}),
+  EXPECT_EQ(namesWith({operationRule(op::SetExtension{"dng"}, {raw})}),
             (Names{"n_0001.dng", "n_0001.JPG", "n_0001.dng.xmp", "n_0001.xmp"}));
-  EXPECT_EQ(namesWith({extensionRule(op::SetExtension{""}, {raw}),
-                       extensionRule(op::ChangeExtensionCase{CaseStyle::upper})}),
+  EXPECT_EQ(namesWith({operationRule(op::SetExtension{""}, {raw}),
+                       operationRule(op::ChangeExtensionCase{CaseStyle::upper})}),
             (Names{"n_0001", "n_0001.JPG", "n_0001.XMP", "n_0001.XMP"}))
       << "a RAW left without an extension takes its sidecar's named part with it";
   // A base change scoped to JPEG does not split the shot: the JPEG follows the RAW's base.
-  Rule suffix = extensionRule(op::Insert{"_j", InsertPosition::end()}, {jpeg});
+  Rule suffix = operationRule(op::Insert{"_j", InsertPosition::end()}, {jpeg});
   EXPECT_EQ(namesWith({suffix}),
             (Names{"n_0001.CR2", "n_0001.JPG", "n_0001.CR2.xmp", "n_0001.xmp"}));
 }
@@ -163,18 +152,9 @@ TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
   // Two files trading names: neither counts against the other, both change.
   PreviewRequest swap = request({subject("a.jpg"), subject("b.jpg")}, "{name}");
   swap.order = BatchOrder::asGiven;
-  Rule swapRule;
-  swapRule.action = {RuleAction::Operation{
-      RenameOperation{op::ReplaceRegex{"^(a|b)$", "x$1", Occurrence::all, true}}}};
-  swap.stack.rules = {swapRule};
-  Rule back;
-  back.action = {
-      RuleAction::Operation{RenameOperation{op::ReplaceRegex{"^xa$", "b", Occurrence::all, true}}}};
-  Rule back2;
-  back2.action = {
-      RuleAction::Operation{RenameOperation{op::ReplaceRegex{"^xb$", "a", Occurrence::all, true}}}};
-  swap.stack.rules.push_back(back);
-  swap.stack.rules.push_back(back2);
+  swap.stack.rules = {operationRule(op::ReplaceRegex{"^(a|b)$", "x$1", Occurrence::all, true}),
+                      operationRule(op::ReplaceRegex{"^xa$", "b", Occurrence::all, true}),
+                      operationRule(op::ReplaceRegex{"^xb$", "a", Occurrence::all, true})};
   const RenamePreview swapped = buildPreview(swap);
   EXPECT_EQ(newNames(swapped), (std::vector<std::string>{"b.jpg", "a.jpg"}));
   EXPECT_EQ(statuses(swapped), (std::vector<PreviewStatus>{PreviewStatus::ok, PreviewStatus::ok}));
@@ -183,10 +163,9 @@ TEST(RenamePreview, SwapsCaseChangesAndCompositionAgainstTheFolder) {
   // by composition clashes with it.
   PreviewRequest q = request({subject("img_0001.jpg"), subject("x.jpg")}, "{name}");
   q.order = BatchOrder::asGiven;
-  Rule upper;
-  upper.action = {RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}}};
-  upper.conditions = {
-      RuleCondition{RuleCondition::NameContains{Anchor{"img", true, Occurrence::first}}}};
+  Rule upper = operationRule(
+      op::ChangeCase{CaseStyle::upper},
+      {RuleCondition{RuleCondition::NameContains{Anchor{"img", true, Occurrence::first}}}});
   Rule accent;
   accent.action = {RuleAction::Operation{
       RenameOperation{op::ReplaceBlock{BlockRef::text("x"), "\xC3\xA9t\xC3\xA9"}}}};
@@ -265,13 +244,10 @@ TEST(RenamePreview, FolderNotListedAndTwinsOutsideTheBatch) {
 TEST(RenamePreview, NameChecksRuleWarningsAndUnchangedRows) {
   PreviewRequest q = request({subject("keep.jpg"), subject("b.jpg"), subject("c.jpg")}, "{name}");
   q.order = BatchOrder::name;
-  Rule colon;
-  colon.action = {
-      RuleAction::Operation{RenameOperation{op::Insert{"a:", InsertPosition::start()}}}};
-  colon.conditions = {
-      RuleCondition{RuleCondition::NameContains{Anchor{"b", true, Occurrence::first}}}};
-  Rule lens;
-  lens.action = {RuleAction::Format{NameFormat{"{name}{lens}", Counter{}}}};
+  Rule colon = operationRule(
+      op::Insert{"a:", InsertPosition::start()},
+      {RuleCondition{RuleCondition::NameContains{Anchor{"b", true, Occurrence::first}}}});
+  Rule lens = formatRule("{name}{lens}");
   lens.conditions = {
       RuleCondition{RuleCondition::NameContains{Anchor{"c", true, Occurrence::first}}}};
   q.stack.rules = {colon, lens};

@@ -6,31 +6,19 @@
 
 #include <memory>
 
+#include "Rules.h"
 #include "Subjects.h"
 
 namespace tessane {
 namespace {
 
+using testing::formatRule;
+using testing::operationRule;
+using testing::utc;
+
 using namespace std::chrono;
 
-Date utc(int y, unsigned mo, unsigned d, int h, int mi = 0) {
-  return Date(sys_days(year_month_day(year(y), month(mo), day(d))) + hours(h) + minutes(mi));
-}
-
 using testing::subject;
-
-Rule rule(RuleAction::Operation op, std::vector<RuleCondition> conditions = {}) {
-  Rule r;
-  r.action = {std::move(op)};
-  r.conditions = std::move(conditions);
-  return r;
-}
-
-Rule formatRule(std::string templateText, Counter counter = {}) {
-  Rule r;
-  r.action = {RuleAction::Format{NameFormat{std::move(templateText), counter}}};
-  return r;
-}
 
 std::vector<std::string> namesOf(const std::vector<RuleResult>& results) {
   std::vector<std::string> out;
@@ -111,7 +99,7 @@ TEST(RuleStack, NoRulesOrOnlyDisabledRulesChangeNothing) {
       EXPECT_TRUE(r.changedBy.empty());
       EXPECT_TRUE(r.issues.empty());
     }
-    Rule off = rule({RenameOperation{op::ChangeCase{CaseStyle::upper}}});
+    Rule off = operationRule(op::ChangeCase{CaseStyle::upper});
     off.isEnabled = false;
     stack.rules.push_back(off);
   }
@@ -123,10 +111,9 @@ TEST(RuleStack, FormatWithPerDayCounterThenChanges) {
   daily.padding = 3;
   daily.reset = CounterReset::perDay;
   stack.rules.push_back(formatRule("{date:yyyy-MM-dd}_{body}_{counter}", daily));
-  stack.rules.push_back(
-      rule({RenameOperation{op::Replace{Anchor{"_", true, Occurrence::all}, "-"}}}));
-  stack.rules.push_back(rule({RenameOperation{op::ChangeExtensionCase{CaseStyle::lower}}},
-                             {RuleCondition{RuleCondition::Kind{{FileKind::raw}}}}));
+  stack.rules.push_back(operationRule(op::Replace{Anchor{"_", true, Occurrence::all}, "-"}));
+  stack.rules.push_back(operationRule(op::ChangeExtensionCase{CaseStyle::lower},
+                                      {RuleCondition{RuleCondition::Kind{{FileKind::raw}}}}));
 
   std::vector<RenameSubject> files{subject("DSC_0001.ARW", "/a", utc(2024, 5, 1, 10)),
                                    subject("DSC_0002.ARW", "/a", utc(2024, 5, 1, 22, 30)),
@@ -156,7 +143,7 @@ TEST(RuleStack, FormatWithPerDayCounterThenChanges) {
 TEST(RuleStack, ConditionsSelectFiles) {
   auto upperWhen = [](RuleCondition condition) {
     RuleStack stack;
-    stack.rules.push_back(rule({RenameOperation{op::ChangeCase{CaseStyle::upper}}}, {condition}));
+    stack.rules.push_back(operationRule(op::ChangeCase{CaseStyle::upper}, {condition}));
     return stack;
   };
   std::vector<RenameSubject> files{subject("x.arw"), subject("x.ARW"), subject("x.arw.xmp"),
@@ -190,12 +177,11 @@ TEST(RuleStack, ConditionsSelectFiles) {
 
 TEST(RuleStack, LocksHoldOnlyForTheRulesAfterThem) {
   RuleStack stack;
-  stack.rules.push_back(
-      rule({RenameOperation{op::Replace{Anchor{"a", true, Occurrence::all}, "A"}}}));
+  stack.rules.push_back(operationRule(op::Replace{Anchor{"a", true, Occurrence::all}, "A"}));
   Rule lock;
   lock.action = {RuleAction::Protect{BlockRef::index(0)}};
   stack.rules.push_back(lock);
-  stack.rules.push_back(rule({RenameOperation{op::ChangeCase{CaseStyle::upper}}}));
+  stack.rules.push_back(operationRule(op::ChangeCase{CaseStyle::upper}));
   const RuleResult r = applyRuleStack(stack, subject("abc_def.jpg"), rome());
   EXPECT_EQ(r.newName.fullName(), "Abc_DEF.jpg");
   ASSERT_EQ(r.issues.size(), 1u);

@@ -65,18 +65,6 @@ TEST(Unicode, CaseFoldingIsFullAndLocaleFree) {
   EXPECT_NE(foldCase("\xC4\xB1"), foldCase("I"));
 }
 
-TEST(Unicode, CaseMappings) {
-  EXPECT_EQ(toUpper("stra\xC3\x9F"
-                    "e"),
-            "STRASSE");
-  EXPECT_EQ(toLower("\xC3\x89T\xC3\x89"), "\xC3\xA9t\xC3\xA9");
-  EXPECT_EQ(toUpper("paris"), "PARIS");
-  EXPECT_EQ(toTitle("pARIS"), "Paris");
-  EXPECT_EQ(toTitle("1ST"), "1st");  // the first character is upper-cased even when it has no case
-  EXPECT_EQ(toTitle("\xC3\xA9LAN"), "\xC3\x89lan");
-  EXPECT_EQ(toTitle(""), "");
-}
-
 TEST(Unicode, DiacriticFoldingRemovesAccentsOnly) {
   EXPECT_EQ(foldDiacritics("\xC3\xA8"), "e");  // è
   EXPECT_EQ(foldDiacritics("\xC3\x85"), "A");  // Å
@@ -170,27 +158,6 @@ TEST(Unicode, GraphemeSlicesNeverCutACharacter) {
   EXPECT_EQ(graphemeSlice("abc", 5, 1), "");
   const std::string flags = "\xF0\x9F\x87\xAE\xF0\x9F\x87\xB9\xF0\x9F\x87\xAB\xF0\x9F\x87\xB7";
   EXPECT_EQ(graphemeSlice(flags, 1, 1), "\xF0\x9F\x87\xAB\xF0\x9F\x87\xB7");
-}
-
-TEST(Unicode, ScalarProperties) {
-  EXPECT_TRUE(isControl(U'\t'));
-  EXPECT_TRUE(isControl(0x7F));
-  EXPECT_TRUE(isControl(0x85));  // NEXT LINE, a C1 control
-  EXPECT_FALSE(isControl(U'a'));
-  EXPECT_FALSE(isControl(0x200B));  // ZERO WIDTH SPACE is a format character, not a control
-
-  EXPECT_TRUE(isEmoji(U'#'));
-  EXPECT_FALSE(isEmojiPresentation(U'#'));
-  EXPECT_TRUE(isEmoji(0x1F600));
-  EXPECT_TRUE(isEmojiPresentation(0x1F600));
-  EXPECT_TRUE(isEmoji(0x2764));  // heavy black heart: emoji, text presentation by default
-  EXPECT_FALSE(isEmojiPresentation(0x2764));
-  EXPECT_FALSE(isEmoji(U'a'));
-
-  EXPECT_TRUE(isWhitespace(U' '));
-  EXPECT_TRUE(isWhitespace(0xA0));    // NO-BREAK SPACE
-  EXPECT_TRUE(isWhitespace(0x3000));  // IDEOGRAPHIC SPACE
-  EXPECT_FALSE(isWhitespace(U'_'));
 }
 
 TEST(Unicode, DisplayWidthCountsTerminalColumns) {

@@ -53,10 +53,11 @@ TEST_F(ExfatCard, ReservationStandsInForTheRefusedFlag) {
   file("a.jpg", "a");
   file("b.jpg", "b");
   file("img.jpg", "i");
-  ASSERT_EQ(
-      ::renameat2(AT_FDCWD, at("a.jpg").c_str(), AT_FDCWD, at("c.jpg").c_str(), RENAME_NOREPLACE),
-      -1);
-  ASSERT_EQ(errno, EINVAL) << "this card takes the flag; the reservation path is not exercised";
+  if (::renameat2(AT_FDCWD, at("a.jpg").c_str(), AT_FDCWD, at("c.jpg").c_str(), RENAME_NOREPLACE) ==
+      0) {
+    GTEST_SKIP() << "this kernel's exFAT takes the exclusive flag: no reservation to exercise";
+  }
+  ASSERT_EQ(errno, EINVAL);
 
   EXPECT_FALSE(system_.moveItem(at("a.jpg"), at("c.jpg")));
   std::optional<IOError> e = system_.moveItem(at("c.jpg"), at("B.JPG"));

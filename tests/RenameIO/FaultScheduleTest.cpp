@@ -170,6 +170,12 @@ void verify(const Volume& volume, const Faults& faults, const std::vector<FileMo
   }
   ASSERT_EQ(error.kind, SafeRenameError::Case::failed);
   ASSERT_TRUE(error.cause.has_value());
+  // The error names the file whose move failed first: every file is parked, then placed.
+  const std::size_t first =
+      std::min_element(faults.begin(), faults.end(), [](const Fault& a, const Fault& b) {
+        return a.k < b.k;
+      })->k;
+  EXPECT_EQ(error.url, moves[(first - 1) % moves.size()].source);
   if (faults.size() == 1 && !faults[0].onward) {
     EXPECT_TRUE(error.stranded.empty());
   }

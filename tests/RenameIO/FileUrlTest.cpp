@@ -1,12 +1,12 @@
 #include "RenameIO/FileUrl.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <string>
 
 #include "RenameIO/DataFolder.h"
 #include "RenameIO/DurableFile.h"
+#include "ScopedEnvironment.h"
 #include "TempFolder.h"
 
 namespace tessane {
@@ -40,17 +40,11 @@ TEST(FileUrl, ReadsOnlyLocalFileUrls) {
 }
 
 TEST(DataFolder, FollowsTheXdgRules) {
-  const char* saved = std::getenv("XDG_DATA_HOME");
-  const std::string keep = saved ? saved : "";
-  ::setenv("XDG_DATA_HOME", "/data/home", 1);
+  testing::ScopedEnvironment environment;
+  environment.set("XDG_DATA_HOME", "/data/home");
   EXPECT_EQ(DataFolder::historyFile(), fs::path("/data/home/Tessane Rename/History.json"));
-  ::setenv("XDG_DATA_HOME", "relative/path", 1);  // not absolute: ignored
+  environment.set("XDG_DATA_HOME", "relative/path");  // not absolute: ignored
   EXPECT_TRUE(DataFolder::location().native().ends_with("/.local/share/Tessane Rename"));
-  if (saved) {
-    ::setenv("XDG_DATA_HOME", keep.c_str(), 1);
-  } else {
-    ::unsetenv("XDG_DATA_HOME");
-  }
 }
 
 TEST(DurableFile, ReplacesWholeOrNotAtAll) {

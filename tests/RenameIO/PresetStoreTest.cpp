@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "FinishesInTime.h"
+#include "Rules.h"
 #include "TempFolder.h"
 
 namespace tessane {
@@ -17,10 +18,8 @@ using testing::TempFolder;
 Preset preset(std::string name, std::string changeCase = "lower") {
   Preset p;
   p.name = std::move(name);
-  Rule r;
-  r.action = {RuleAction::Operation{RenameOperation{
-      op::ChangeCase{changeCase == "lower" ? CaseStyle::lower : CaseStyle::upper}}}};
-  p.stack.rules = {r};
+  p.stack.rules = {testing::operationRule(
+      op::ChangeCase{changeCase == "lower" ? CaseStyle::lower : CaseStyle::upper})};
   return p;
 }
 

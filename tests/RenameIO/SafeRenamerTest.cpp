@@ -10,15 +10,12 @@
 
 #include "BatchShapes.h"
 #include "FakeFileRenaming.h"
-#include "FaultyFileRenaming.h"
-#include "TextJoin.h"
 
 namespace tessane {
 namespace {
 
 using testing::at;
 using testing::FakeFileRenaming;
-using testing::FaultyFileRenaming;
 using testing::mv;
 
 const Date kDate{std::chrono::seconds(1'700'000'000)};
@@ -90,32 +87,6 @@ TEST_P(SafeRenamerChecks, ACaseSensitiveVolumeHoldsNamesThatDifferOnlyInCase) {
 }
 
 INSTANTIATE_TEST_SUITE_P(ListedOrAsked, SafeRenamerChecks, ::testing::Bool());
-
-TEST(SafeRenamer, AFailureNamesTheFileWhenNothingIsStranded) {
-  FakeFileRenaming disk;
-  disk.add(at("a.jpg"), "a");
-  disk.add(at("b.jpg"), "b");
-  FaultyFileRenaming fs(disk);
-  fs.failAt(FaultyFileRenaming::Call::moveItem, 4);  // the second file's move to its destination
-  Result<AppliedBatch, SafeRenameError> r = SafeRenamer::apply(
-      std::vector<FileMove>{{at("a.jpg"), at("c.jpg")}, {at("b.jpg"), at("d.jpg")}}, fs, kDate);
-  ASSERT_FALSE(r.ok());
-  EXPECT_EQ(r.error().url, at("b.jpg"));
-  EXPECT_TRUE(r.error().stranded.empty());
-
-  FakeFileRenaming secondDisk;
-  secondDisk.add(at("a.jpg"), "a");
-  secondDisk.add(at("b.jpg"), "b");
-  FaultyFileRenaming second(secondDisk);
-  second.failAt(FaultyFileRenaming::Call::moveItem, 2);  // b cannot be parked,
-  second.failAt(FaultyFileRenaming::Call::moveItem, 3);  // then a cannot go back
-  r = SafeRenamer::apply(
-      std::vector<FileMove>{{at("a.jpg"), at("c.jpg")}, {at("b.jpg"), at("d.jpg")}}, second, kDate);
-  ASSERT_FALSE(r.ok());
-  ASSERT_EQ(r.error().stranded.size(), 1u);
-  EXPECT_EQ(r.error().stranded[0].destination, at("a.jpg"));
-  EXPECT_TRUE(r.error().stranded[0].source.filename().native().starts_with(".tessane-"));
-}
 
 }  // namespace
 }  // namespace tessane

@@ -5,6 +5,8 @@
 #include <set>
 
 #include "RenameEngine/RuleStack.h"
+#include "RenameEngine/Subjects.h"
+#include "Rules.h"
 #include "TessaneRename/ChangeList.h"
 #include "TessaneRename/FormatToken.h"
 #include "TessaneRename/NameBuilder.h"
@@ -13,17 +15,11 @@
 namespace tessane {
 namespace {
 
-Rule operationRule(RenameOperation::Value value) {
-  Rule rule;
-  rule.action = {RuleAction::Operation{RenameOperation{std::move(value)}}};
-  return rule;
-}
+using testing::operationRule;
 
 std::string newBase(const RuleStack& stack, std::string name) {
-  RenameSubject s;
-  s.name = std::move(name);
-  s.folder = "/card";
-  return applyRuleStack(stack, s, NamingContext::systemDefault()).newName.base;
+  return applyRuleStack(stack, testing::subject(std::move(name)), NamingContext::systemDefault())
+      .newName.base;
 }
 
 TEST(ChangeListTest, ChangesSitBelowTheBuildersRuleInTheOrderGiven) {

@@ -12,6 +12,7 @@
 #include <mutex>
 
 #include "QtPrinting.h"
+#include "ScopedEnvironment.h"
 #include "TempFolder.h"
 #include "TessaneRename/DesktopServices.h"
 #include "TessaneRename/TestApplication.h"
@@ -33,24 +34,11 @@ struct Launches {
 };
 
 // Points HOME and the XDG data folder at a test folder for the test's length.
-class ScopedHome {
- public:
-  explicit ScopedHome(const std::filesystem::path& home)
-      : oldHome_(qgetenv("HOME")), oldData_(qgetenv("XDG_DATA_HOME")) {
-    qputenv("HOME", QByteArray(home.c_str()));
-    qputenv("XDG_DATA_HOME", QByteArray((home / "data").c_str()));
+struct ScopedHome : testing::ScopedEnvironment {
+  explicit ScopedHome(const std::filesystem::path& home) {
+    set("HOME", home.string());
+    set("XDG_DATA_HOME", (home / "data").string());
   }
-  ~ScopedHome() {
-    qputenv("HOME", oldHome_);
-    if (oldData_.isEmpty()) {
-      qunsetenv("XDG_DATA_HOME");
-    } else {
-      qputenv("XDG_DATA_HOME", oldData_);
-    }
-  }
-
- private:
-  QByteArray oldHome_, oldData_;
 };
 
 QDBusConnection noBus() {

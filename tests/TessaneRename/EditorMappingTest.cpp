@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "RenameEngine/RuleStack.h"
+#include "RenameEngine/Subjects.h"
+#include "Rules.h"
 #include "TessaneRename/FormatToken.h"
 #include "TessaneRename/NameBuilder.h"
 #include "TessaneRename/RuleKind.h"
@@ -9,18 +11,8 @@
 namespace tessane {
 namespace {
 
-Rule operationRule(RenameOperation::Value value) {
-  Rule rule;
-  rule.action = {RuleAction::Operation{RenameOperation{std::move(value)}}};
-  return rule;
-}
-
-RenameSubject subject(std::string name) {
-  RenameSubject s;
-  s.name = std::move(name);
-  s.folder = "/card";
-  return s;
-}
+using testing::operationRule;
+using testing::subject;
 
 TEST(RuleKindTest, EveryOfferedKindMakesARuleShownUnderItAgain) {
   std::vector<RuleKind> offered;

@@ -9,6 +9,7 @@
 
 #include "EventLoop.h"
 #include "MediaMetadata/Fixtures.h"
+#include "Rules.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/ClockSync.h"
@@ -18,24 +19,15 @@
 namespace tessane {
 namespace {
 
+using testing::formatRule;
+using testing::operationRule;
+
 namespace fs = std::filesystem;
 using testing::TempFolder;
 using testing::waitFor;
 
 QCoreApplication& application() {
   return testing::coreApplication();
-}
-
-Rule formatRule(const std::string& templateText) {
-  Rule rule;
-  rule.action.value = RuleAction::Format{NameFormat{templateText, Counter{}}};
-  return rule;
-}
-
-Rule operationRule(RenameOperation::Value operation) {
-  Rule rule;
-  rule.action.value = RuleAction::Operation{RenameOperation{std::move(operation)}};
-  return rule;
 }
 
 class Inspection : public ::testing::Test {

@@ -8,6 +8,7 @@
 
 #include "FakeDesktopServices.h"
 #include "QtPrinting.h"
+#include "Rules.h"
 #include "TempFolder.h"
 #include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/PresetLibrary.h"
@@ -15,16 +16,15 @@
 namespace tessane {
 namespace {
 
+using testing::operationRule;
+
 using testing::FakeDesktopServices;
 using testing::TempFolder;
 
 RuleStack stackOf(std::vector<RenameOperation::Value> operations) {
   RuleStack stack;
-  for (auto& o : operations) {
-    Rule rule;
-    rule.action = {RuleAction::Operation{RenameOperation{std::move(o)}}};
-    stack.rules.push_back(std::move(rule));
-  }
+  for (auto& o : operations)
+    stack.rules.push_back(operationRule(std::move(o)));
   return stack;
 }
 

@@ -6,6 +6,7 @@
 
 #include <chrono>
 
+#include "Rules.h"
 #include "TempFolder.h"
 #include "TessaneRename/Messages.h"
 
@@ -70,9 +71,7 @@ TEST_F(Workflow, PresetsAreFoundByNameOrFileAndTheTemplateGoesOnTop) {
   const PresetStore store(presets_.path());
   Preset wedding;
   wedding.name = "Wedding";
-  Rule upper;
-  upper.action.value = RuleAction::Operation{RenameOperation{op::ChangeCase{CaseStyle::upper}}};
-  wedding.stack.rules.push_back(upper);
+  wedding.stack.rules.push_back(testing::operationRule(op::ChangeCase{CaseStyle::upper}));
   ASSERT_TRUE(store.save(wedding).ok());
 
   photos_.file("a.jpg");
@@ -133,31 +132,20 @@ TEST_F(Workflow, HistoryEntriesAreNamedByTheStartOfTheirIds) {
   EXPECT_EQ(entryToUndo(history)->id, history.entries()[1].id);
 }
 
-TEST(Messages, WhatUsersReadOfNamesWarningsAndPresets) {
-  EXPECT_EQ(Messages::of(NameError::existingFile("DSC_0001.JPG")),
-            "There’s already “DSC_0001.JPG” in the folder");
-  EXPECT_EQ(Messages::of(NameError::invalidCharacters()),
-            "The name contains characters that aren’t allowed (/ :)");
+// The messages that are put together from their parts: names cut from paths, lists, numbers,
+// reasons and system errors.
+TEST(Messages, WhatUsersReadIsComposedFromItsParts) {
   const OperationIssue lens = OperationIssue::missingVariable("lens");
   EXPECT_EQ(Messages::of(lens), "{lens} is missing: nothing goes in its place");
   EXPECT_EQ(Messages::of(lens, "unknown"), "{lens} is missing: “unknown” goes in its place");
-  EXPECT_EQ(Messages::of(OperationIssue::invalidFormat("date")),
-            "The format doesn’t apply to {date}: the plain value is used");
   PreviewWarning twins{PreviewWarning::Kind::incompleteTwins, std::nullopt, {"A.ARW", "A.XMP"}};
   EXPECT_EQ(Messages::of(twins), "“A.ARW”, “A.XMP” is outside the batch: it won’t be renamed");
   EXPECT_EQ(Messages::of(PresetError::unreadable("Invalid number of keys found, expected one.")),
             "This file isn’t a preset that can be read: Invalid number of keys found, expected "
             "one.");
-  EXPECT_EQ(Messages::of(PresetError::unsupportedVersion(3)),
-            "This preset was made by a newer version of Tessane Rename (format 3)");
-}
-
-TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
   using E = SafeRenameError;
   EXPECT_EQ(Messages::of(E::sourceMissing("/card/gone.jpg")),
             "“gone.jpg” is no longer in the folder.");
-  EXPECT_EQ(Messages::of(E::notSameFolder({"/card/a.jpg", "/x/a.jpg"})),
-            "Couldn’t rename “a.jpg”.");
   EXPECT_EQ(Messages::of(E::destinationExists("/card/Cafe\u0301.JPG")),
             "There’s already a file called “Cafe\u0301.JPG” in the folder. Rename or move it and "
             "try again.");
@@ -175,7 +163,6 @@ TEST(Messages, WhatUsersReadOfBatchesAndRecoveries) {
 
   EXPECT_EQ(Messages::of(IOError::fromErrno(ENOENT, IOError::Operation::openFolder, "/card")),
             "Couldn’t open the folder “/card”: No such file or directory");
-  EXPECT_EQ(Messages::notABodyTable("/x/photo.jpg"), "“photo.jpg” isn’t a table of camera bodies.");
 
   RecoveryReport report;
   report.batches.push_back(RecoveredBatch{Uuid::random(), 2, 0, {}, false});

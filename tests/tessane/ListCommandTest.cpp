@@ -5,12 +5,31 @@
 namespace tessane::testing {
 namespace {
 
-TEST(Tool, UsageErrorsAndListing) {
+// Wrong usage of every command is exit code 2 and changes nothing; a template that doesn't parse
+// is refused (1) with its message.
+TEST(Tool, UsageErrors) {
   ToolRunner tool;
-  EXPECT_EQ(tool.run({}).exitCode, 2);
-  EXPECT_EQ(tool.run({"--no-such-option"}).exitCode, 2);
   EXPECT_EQ(tool.run({"--help"}).exitCode, 0);
+  const std::vector<std::vector<std::string>> usages = {
+      {},
+      {"--no-such-option"},
+      {"bodies"},
+      {"presets"},
+      {"presets", "save", "X"},
+      {"presets", "save", "X", "--template", "{name}", "--counter-reset", "weekly"},
+      {"presets", "save", "X", "--template", "{name}", "--counter-digits", "many"},
+      {"meta"},
+  };
+  for (const auto& args : usages)
+    EXPECT_EQ(tool.run(args).exitCode, 2) << (args.empty() ? "" : args.back());
+  const ToolResult unclosed = tool.run({"presets", "save", "X", "--template", "{date"});
+  EXPECT_EQ(unclosed.exitCode, 1);
+  EXPECT_NE(unclosed.err.find("A “{” has no closing “}”"), std::string::npos) << unclosed.err;
+  EXPECT_EQ(tool.run({"presets", "list"}).out, "");
+}
 
+TEST(Tool, Listing) {
+  ToolRunner tool;
   TempFolder shoot;
   shoot.file("DSC_0001.ARW");
   shoot.file("DSC_0001.ARW.xmp");

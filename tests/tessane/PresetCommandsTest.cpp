@@ -41,10 +41,8 @@ TEST(Presets, SaveListShowAndDelete) {
   EXPECT_EQ(preset["name"], "Wedding 10");
   const json& format = preset["stack"]["rules"][0]["action"]["format"]["_0"];
   EXPECT_EQ(format["template"], "{date:yyyy-MM-dd}_{counter}");
-  EXPECT_EQ(format["counter"]["start"], 5);
-  EXPECT_EQ(format["counter"]["step"], 2);
-  EXPECT_EQ(format["counter"]["padding"], 3);
-  EXPECT_EQ(format["counter"]["reset"], "perDay");
+  EXPECT_EQ(format["counter"], json::parse(R"({"start": 5, "step": 2, "padding": 3,
+                                                "reset": "perDay", "position": {"end": {}}})"));
 
   // A preset file given by its path.
   const ToolResult byFile =
@@ -61,7 +59,6 @@ TEST(Presets, SaveListShowAndDelete) {
   EXPECT_EQ(again.exitCode, 1);
   EXPECT_NE(again.err.find("There’s no preset named “Wedding 10”."), std::string::npos)
       << again.err;
-  EXPECT_EQ(tool.run({"presets", "show", "Wedding 10"}).exitCode, 1);
 }
 
 TEST(Presets, FilesThatDoNotDecodeAreReportedAndRefused) {
@@ -81,29 +78,9 @@ TEST(Presets, FilesThatDoNotDecodeAreReportedAndRefused) {
   EXPECT_EQ(broken.exitCode, 1);
   EXPECT_NE(broken.err.find("This file isn’t a preset that can be read"), std::string::npos)
       << broken.err;
-  const ToolResult future =
-      tool.run({"presets", "show", (folder / "Future.tessanepreset").string()});
-  EXPECT_EQ(future.exitCode, 1);
-  EXPECT_NE(future.err.find("newer version"), std::string::npos) << future.err;
   // An unreadable file can still be deleted by its name.
   EXPECT_EQ(tool.run({"presets", "delete", "Broken"}).exitCode, 0);
   EXPECT_FALSE(fs::exists(folder / "Broken.tessanepreset"));
-}
-
-TEST(Presets, BadOptionsAreUsageErrorsAndBadTemplatesAreRefused) {
-  ToolRunner tool;
-  EXPECT_EQ(tool.run({"presets"}).exitCode, 2);
-  EXPECT_EQ(tool.run({"presets", "save", "X"}).exitCode, 2);  // no template
-  EXPECT_EQ(tool.run({"presets", "save", "X", "--template", "{name}", "--counter-reset", "weekly"})
-                .exitCode,
-            2);
-  EXPECT_EQ(tool.run({"presets", "save", "X", "--template", "{name}", "--counter-digits", "many"})
-                .exitCode,
-            2);
-  const ToolResult unclosed = tool.run({"presets", "save", "X", "--template", "{date"});
-  EXPECT_EQ(unclosed.exitCode, 1);
-  EXPECT_NE(unclosed.err.find("A “{” has no closing “}”"), std::string::npos) << unclosed.err;
-  EXPECT_EQ(tool.run({"presets", "list"}).out, "");
 }
 
 }  // namespace

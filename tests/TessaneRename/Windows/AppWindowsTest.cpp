@@ -26,7 +26,6 @@
 #include <QTest>
 #include <QTreeWidget>
 
-#include "EventLoop.h"
 #include "FileContents.h"
 #include "TempFolder.h"
 #include "TessaneRename/AppContext.h"
@@ -45,7 +44,7 @@
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/ReportWindow.h"
 #include "TessaneRename/Windows/SettingsWindow.h"
-#include "TessaneRename/Windows/WindowTestApplication.h"
+#include "WindowTest.h"
 
 namespace tessane {
 namespace {
@@ -55,15 +54,11 @@ using testing::folderContents;
 using testing::TempFolder;
 using testing::waitFor;
 
-QApplication& application() {
-  return testing::offscreenApplication();
-}
+using testing::settled;
 
-class Windows : public ::testing::Test {
+class Windows : public testing::WindowTest {
  protected:
   Windows() {
-    application();
-    app_ = testing::contextIn(home_.path());
     reporter_ = std::make_unique<BetaReporter>(home_.path() / "beta", QStringLiteral("0.1.0"),
                                                desktop_, home_.path());
     windows_ = std::make_unique<AppWindows>(*app_, desktop_, *reporter_, false);
@@ -77,31 +72,11 @@ class Windows : public ::testing::Test {
     return window;
   }
 
-  static void type(MainWindow& window, const QString& text) {
-    QLineEdit* field = window.templateField();
-    field->selectAll();
-    QTest::keyClick(field, Qt::Key_Backspace);
-    QTest::keyClicks(field, text);
-  }
-
-  static bool settled(FolderModel& model) {
-    return waitFor([&] { return model.isSettled(); });
-  }
-
-  // New name by current name, as the window's list shows them.
+  static void type(MainWindow& window, const QString& text) { testing::typeTemplate(window, text); }
   static std::map<QString, QString> newNames(MainWindow& window) {
-    std::map<QString, QString> out;
-    const FileListModel& list = window.fileList();
-    for (int row = 0; row < list.rowCount(); ++row) {
-      out[list.index(row, FileListModel::currentName).data().toString()] =
-          list.index(row, FileListModel::newName).data().toString();
-    }
-    return out;
+    return testing::shownNames(window);
   }
 
-  TempFolder home_, photos_;
-  testing::FakeDesktopServices desktop_;
-  std::unique_ptr<AppContext> app_;
   std::unique_ptr<BetaReporter> reporter_;
   std::unique_ptr<AppWindows> windows_;
 };
@@ -183,26 +158,6 @@ TEST_F(Windows, BodiesTableKeepsGoodOffsetsAndRefusesBadOnes) {
   EXPECT_EQ(bodies.message()->text(), "“notes.json” isn’t a table of camera bodies.");
   EXPECT_EQ(app_->bodies().bodies().tags.size(), 1u);
   EXPECT_TRUE(settled(window.model())) << "the table's change rebuilds the preview";
-}
-
-TEST_F(Windows, BodiesTableGoesOutAndComesBack) {
-  CameraBodies table;
-  table.tags = {{"3018842", "Z6"}};
-  table.clockOffsets = {{"3018842", 120}};
-  app_->bodies().setBodies(table);
-  BodiesPane& bodies = windows_->showSettings().bodies();
-  ASSERT_EQ(bodies.table()->rowCount(), 1);
-  const QString file = QString::fromStdString((photos_.path() / "bodies.json").string());
-  bodies.exportTo(file);
-
-  app_->bodies().setBodies({{{"ILCE-7RM5", "A7R"}}, {}});
-  EXPECT_EQ(bodies.table()->rowCount(), 1) << "a change made elsewhere is shown";
-  bodies.importFrom(file);
-  EXPECT_EQ(bodies.table()->rowCount(), 2);
-  EXPECT_EQ(app_->bodies().bodies().tags.size(), 2u);
-  EXPECT_EQ(app_->bodies().bodies().clockOffsets.at("3018842"), 120.0);
-  EXPECT_EQ(bodies.message()->text(),
-            "Imported rows are added; for the same body the imported one wins.");
 }
 
 TEST_F(Windows, HistoryListsABatchAndGoesBackFromIt) {

@@ -23,12 +23,8 @@
 #include <map>
 #include <set>
 
-#include "EventLoop.h"
-#include "TempFolder.h"
-#include "TessaneRename/AppContext.h"
+#include "Rules.h"
 #include "TessaneRename/ChangeList.h"
-#include "TessaneRename/FakeDesktopServices.h"
-#include "TessaneRename/FolderModel.h"
 #include "TessaneRename/PresetLibrary.h"
 #include "TessaneRename/QtPrinting.h"
 #include "TessaneRename/RuleKind.h"
@@ -39,7 +35,7 @@
 #include "TessaneRename/Windows/MainWindow.h"
 #include "TessaneRename/Windows/NameBuilderPanel.h"
 #include "TessaneRename/Windows/NameField.h"
-#include "TessaneRename/Windows/WindowTestApplication.h"
+#include "WindowTest.h"
 
 namespace tessane {
 namespace {
@@ -47,10 +43,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::TempFolder;
 using testing::waitFor;
-
-void startApplication() {
-  testing::offscreenApplication();
-}
 
 // The first action of `menu` (or of its submenus) with this text.
 QAction* actionIn(QMenu* menu, const QString& text) {
@@ -62,15 +54,9 @@ QAction* actionIn(QMenu* menu, const QString& text) {
   return nullptr;
 }
 
-class BuilderAndChanges : public ::testing::Test {
+class BuilderAndChanges : public testing::WindowTest {
  protected:
-  BuilderAndChanges() {
-    startApplication();
-    app_ = testing::contextIn(home_.path());
-    model_ = std::make_unique<FolderModel>(*app_);
-    window_ = std::make_unique<MainWindow>(*model_, *app_, desktop_);
-    window_->show();
-  }
+  BuilderAndChanges() { makeWindow(); }
 
   void open(std::initializer_list<const char*> names) {
     for (const char* name : names)
@@ -80,29 +66,16 @@ class BuilderAndChanges : public ::testing::Test {
 
   // Current name → new name, once the preview is current.
   std::map<QString, QString> newNames() {
-    EXPECT_TRUE(waitFor([&] { return model_->isSettled(); }));
-    std::map<QString, QString> out;
-    const FileListModel& list = window_->fileList();
-    for (int row = 0; row < list.rowCount(); ++row) {
-      out[list.index(row, FileListModel::currentName).data().toString()] =
-          list.index(row, FileListModel::newName).data().toString();
-    }
-    return out;
+    EXPECT_TRUE(testing::settled(*model_));
+    return testing::shownNames(*window_);
   }
+  // Current name → its problem, for the rows that have one.
   std::map<QString, QString> errors() {
     newNames();
-    std::map<QString, QString> out;
-    const FileListModel& list = window_->fileList();
-    for (int row = 0; row < list.rowCount(); ++row) {
-      const QString tip = list.index(row, FileListModel::status).data(Qt::ToolTipRole).toString();
-      if (!tip.isEmpty()) out[list.index(row, FileListModel::currentName).data().toString()] = tip;
-    }
+    std::map<QString, QString> out =
+        testing::shownNames(*window_, FileListModel::status, Qt::ToolTipRole);
+    std::erase_if(out, [](const auto& row) { return row.second.isEmpty(); });
     return out;
-  }
-
-  template <typename T>
-  T* child(const char* name) const {
-    return window_->findChild<T*>(name);
   }
   ChipBar& chips() const { return *window_->findChild<ChipBar*>(); }
   ChangesPanel& changes() const { return window_->changes(); }
@@ -129,12 +102,6 @@ class BuilderAndChanges : public ::testing::Test {
     field->selectAll();
     QTest::keyClicks(field, text);
   }
-
-  TempFolder home_, photos_;
-  testing::FakeDesktopServices desktop_;
-  std::unique_ptr<AppContext> app_;
-  std::unique_ptr<FolderModel> model_;
-  std::unique_ptr<MainWindow> window_;
 };
 
 TEST_F(BuilderAndChanges, ANameBuiltFromPieces) {
@@ -330,7 +297,7 @@ TEST_F(BuilderAndChanges, APresetIsSavedMarkedAsModifiedAndLoaded) {
 // Each editor's own choices (what to remove, what to clean up, what to do with the extension,
 // where to add text) make rules that are still shown under the editor's kind, each different.
 TEST(ChangeEditorTest, ChoicesKeepTheKindAndMakeDistinctRules) {
-  startApplication();
+  testing::offscreenApplication();
   const std::pair<RuleKind, QString> choosers[] = {
       {RuleKind::remove, "What to remove"},
       {RuleKind::clean, "What to clean up"},
@@ -356,9 +323,7 @@ TEST(ChangeEditorTest, ChoicesKeepTheKindAndMakeDistinctRules) {
   }
 
   // A rule no kind shows is only described: nothing in it can be edited.
-  Rule truncate;
-  truncate.action = {RuleAction::Operation{RenameOperation{op::Truncate{8}}}};
-  ChangeEditor advanced(truncate);
+  ChangeEditor advanced(testing::operationRule(op::Truncate{8}));
   EXPECT_TRUE(advanced.findChildren<QLineEdit*>().isEmpty());
   EXPECT_TRUE(advanced.findChildren<QComboBox*>().isEmpty());
 }

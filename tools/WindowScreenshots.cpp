@@ -1,10 +1,10 @@
-// Pictures of the real windows, written into the build folder's "screenshots": the main window on
-// the demo shoot in light and dark (and with a clash), each settings tab, the history, the report
-// and the guide. Runs on the offscreen platform, or on a display when QT_QPA_PLATFORM says so
-// (xvfb-run with QT_QPA_PLATFORM=xcb). TESSANE_SCREENSHOT_LANGUAGE=it takes them in Italian once
-// the translations are built in; QT_SCALE_FACTOR=2 takes them at 200%.
-#include <gtest/gtest.h>
-
+// Pictures of the real windows for the documentation: the main window on the demo shoot in light
+// and dark (and with a clash), each settings tab, the history, the report and the guide, written
+// as "<window>-<light|dark>-<language>.png" into the folder given (the build folder's
+// "screenshots" by default). scripts/screenshots.sh runs it and refreshes docs/screenshots.
+// Runs on the offscreen platform, or on a display when QT_QPA_PLATFORM says so (xvfb-run with
+// QT_QPA_PLATFORM=xcb). TESSANE_SCREENSHOT_LANGUAGE=it takes them in Italian; QT_SCALE_FACTOR=2
+// takes them at 200%.
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
@@ -16,7 +16,10 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <algorithm>
+#include <cstdlib>
 #include <ctime>
+#include <iostream>
 
 #include "EventLoop.h"
 #include "TempFolder.h"
@@ -41,39 +44,21 @@ namespace fs = std::filesystem;
 using testing::TempFolder;
 using testing::waitFor;
 
+// Stops the program with a message: a picture that can't be taken is not replaced.
+void require(bool ok, const std::string& what) {
+  if (ok) return;
+  std::cerr << "WindowScreenshots: " << what << "\n";
+  std::exit(1);
+}
+
 QString language() {
   const QString chosen = qEnvironmentVariable("TESSANE_SCREENSHOT_LANGUAGE");
   return chosen.isEmpty() ? QStringLiteral("en") : chosen;
 }
 
-QApplication& application() {
-  static int argc = 1;
-  static char name[] = "WindowScreenshots";
-  static char* argv[] = {name, nullptr};
-  static QApplication* app = [] {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The demo wedding is in Rome: its cameras' clock times and the video's UTC time meet there.
-    qputenv("TZ", "Europe/Rome");
-    tzset();
-    auto* made = new QApplication(argc, argv);
-    if (language() != QLatin1String("en")) {
-      static QTranslator translator;
-      if (translator.load(QStringLiteral(":/i18n/tessane_") + language())) {
-        QApplication::installTranslator(&translator);
-      } else {
-        ADD_FAILURE() << "no translation built in for " << language().toStdString();
-      }
-      QLocale::setDefault(QLocale(language()));
-    }
-    return made;
-  }();
-  return *app;
-}
-
-class Screenshots : public ::testing::Test {
- protected:
-  Screenshots() {
-    application();
+class Screenshots {
+ public:
+  explicit Screenshots(QString out) : out_(std::move(out)) {
     app_ = testing::contextIn(home_.path());
     storeLanguage(app_->settings(),
                   appLanguageFromRawValue(language().toStdString()).value_or(AppLanguage::system));
@@ -90,8 +75,8 @@ class Screenshots : public ::testing::Test {
     QProcess tool;
     tool.start(QStringLiteral(TESSANE_TOOL),
                {QStringLiteral("demo"), QString::fromStdString(shoot.string())});
-    EXPECT_TRUE(tool.waitForFinished(30'000));
-    EXPECT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+    require(tool.waitForFinished(30'000) && tool.exitCode() == 0,
+            "the demo shoot wasn't made: " + tool.readAllStandardError().toStdString());
     return shoot;
   }
 
@@ -103,8 +88,18 @@ class Screenshots : public ::testing::Test {
     QTest::keyClicks(field, text);
   }
 
-  static bool settled(FolderModel& model) {
-    return waitFor([&] { return model.isSettled(); });
+  // Waits for every file's data to be read and the preview to be made of it.
+  static void settle(FolderModel& model) {
+    require(waitFor([&] {
+              const auto& files = model.files();
+              return model.previewBuildCount() == 0 && model.preview() != nullptr &&
+                     !model.isRenaming() && model.previewSources().size() == files.size() &&
+                     std::all_of(files.begin(), files.end(),
+                                 [](const FolderFile& f) { return !f.metadata.empty(); }) &&
+                     std::all_of(model.previewSources().begin(), model.previewSources().end(),
+                                 [](const auto& s) { return !s.metadata.empty(); });
+            }),
+            "the preview didn't settle");
   }
 
   void setAppearance(Appearance appearance) {
@@ -124,18 +119,22 @@ class Screenshots : public ::testing::Test {
             .arg(out_, name,
                  windows_->appearance().isDark() ? QStringLiteral("dark") : QStringLiteral("light"),
                  language());
-    EXPECT_TRUE(widget.grab().save(file)) << file.toStdString();
+    require(widget.grab().save(file), "couldn't write " + file.toStdString());
+    std::cout << file.toStdString() << "\n";
   }
 
+  void takeAll();
+
+ private:
   TempFolder home_, photos_;
   testing::FakeDesktopServices desktop_;
   std::unique_ptr<AppContext> app_;
   std::unique_ptr<BetaReporter> reporter_;
   std::unique_ptr<AppWindows> windows_;
-  const QString out_ = QStringLiteral(TESSANE_SCREENSHOTS);
+  const QString out_;
 };
 
-TEST_F(Screenshots, EveryWindowInLightAndDark) {
+void Screenshots::takeAll() {
   const fs::path shoot = demoShoot();
   // The demo's two cameras, one of them two minutes behind.
   CameraBodies bodies;
@@ -146,7 +145,7 @@ TEST_F(Screenshots, EveryWindowInLightAndDark) {
   window.resize(1280, 800);
   window.model().open({shoot});
   type(window, QStringLiteral("{date:yyyy-MM-dd}_{body}_{counter}"));
-  ASSERT_TRUE(settled(window.model()));
+  settle(window.model());
 
   for (Appearance appearance : {Appearance::light, Appearance::dark}) {
     setAppearance(appearance);
@@ -173,18 +172,18 @@ TEST_F(Screenshots, EveryWindowInLightAndDark) {
   // A clash, a rename for the history, then the history and the report.
   setAppearance(Appearance::light);
   type(window, QStringLiteral("{date:yyyy-MM-dd_HHmm}_{body}"));
-  ASSERT_TRUE(settled(window.model()));
+  settle(window.model());
   save(window, QStringLiteral("main-window-errors"));
   // Three batches, the newest gone back from.
   for (const char* name : {"{date:yyyy-MM-dd_HHmmss}_{name}", "Wedding_{name}", "{name}_x"}) {
     type(window, QString::fromUtf8(name));
-    ASSERT_TRUE(settled(window.model()));
+    settle(window.model());
     window.model().rename();
-    ASSERT_TRUE(settled(window.model()));
+    settle(window.model());
   }
   window.model().undo();
-  ASSERT_TRUE(settled(window.model()));
-  ASSERT_GE(app_->history().entries().size(), 3u);
+  settle(window.model());
+  require(app_->history().entries().size() >= 3, "the renames weren't recorded");
   for (Appearance appearance : {Appearance::light, Appearance::dark}) {
     setAppearance(appearance);
     save(windows_->showHistory(), QStringLiteral("history"));
@@ -197,3 +196,23 @@ TEST_F(Screenshots, EveryWindowInLightAndDark) {
 
 }  // namespace
 }  // namespace tessane
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The demo wedding is in Rome: its cameras' clock times and the video's UTC time meet there.
+  qputenv("TZ", "Europe/Rome");
+  tzset();
+  QApplication app(argc, argv);
+  QTranslator translator;
+  const QString language = tessane::language();
+  if (language != QLatin1String("en")) {
+    tessane::require(translator.load(QStringLiteral(":/i18n/tessane_") + language),
+                     "no translation built in for " + language.toStdString());
+    QApplication::installTranslator(&translator);
+    QLocale::setDefault(QLocale(language));
+  }
+  tessane::Screenshots(argc > 1 ? QString::fromLocal8Bit(argv[1])
+                                : QStringLiteral(TESSANE_SCREENSHOTS))
+      .takeAll();
+  return 0;
+}
