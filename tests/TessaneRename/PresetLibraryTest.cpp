@@ -12,6 +12,7 @@
 #include "TempFolder.h"
 #include "TessaneRename/InterfaceTranslation.h"
 #include "TessaneRename/PresetLibrary.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace tessane {
 namespace {
@@ -136,6 +137,7 @@ TEST_F(PresetLibraryTest, AnUnreadableFolderKeepsTheListAndSaysSo) {
   EXPECT_EQ(library_.errorMessage(), "Couldn’t save the preset “Beach”: Not a directory");
   {
     // The system's reason speaks the interface's language, like the sentence around it.
+    testing::coreApplication();  // translations are installed into the application
     const InterfaceTranslation italian(AppLanguage::italian, QLocale("en_US"));
     EXPECT_FALSE(library_.saveAs("Beach", stackOf({})));
     EXPECT_EQ(library_.errorMessage(), "Impossibile salvare il preset “Beach”: Non è una cartella");
