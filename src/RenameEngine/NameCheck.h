@@ -20,7 +20,8 @@ class NameError {
     empty,
     startsWithDot,
     invalidCharacters,
-    duplicateInBatch
+    duplicateInBatch,
+    spaceAtEdge  // the part before the extension begins or ends with white space
   };
 
   static NameError tooLong(std::int64_t utf8Bytes) {
@@ -33,6 +34,7 @@ class NameError {
   static NameError startsWithDot() { return NameError(Case::startsWithDot, 0, {}); }
   static NameError invalidCharacters() { return NameError(Case::invalidCharacters, 0, {}); }
   static NameError duplicateInBatch() { return NameError(Case::duplicateInBatch, 0, {}); }
+  static NameError spaceAtEdge() { return NameError(Case::spaceAtEdge, 0, {}); }
 
   Case kind() const noexcept { return case_; }
   std::int64_t length() const noexcept { return length_; }    // tooLong: the UTF-8 byte count
@@ -55,12 +57,17 @@ namespace NameCheck {
 inline constexpr std::size_t kMaxNameBytes = 255;
 
 // The problems of the name base + "." + ext (base alone when ext is empty), in a fixed order:
-// [empty] alone for an empty name, else startsWithDot, invalidCharacters, tooLong as they apply.
+// [empty] alone for an empty name, else startsWithDot, invalidCharacters, spaceAtEdge, tooLong
+// as they apply. A base that begins or ends with white space is refused: such a name looks like
+// another in every list and is hard to type.
 // Empty when the name is acceptable.
 std::vector<NameError> problems(std::string_view base, std::string_view ext);
 
 // Whether the text holds "/", ":" or a control character (General Category Cc).
 bool hasInvalidCharacters(std::string_view text);
+
+// Whether a base name begins or ends with white space (Unicode White_Space).
+bool hasSpaceAtEdge(std::string_view base);
 
 }  // namespace NameCheck
 }  // namespace tessane

@@ -94,6 +94,8 @@ std::string of(const NameError& e) {
           QT_TRANSLATE_NOOP("Messages", "The name contains characters that aren’t allowed (/ :)"));
     case NameError::Case::duplicateInBatch:
       return translated(QT_TRANSLATE_NOOP("Messages", "Same name as another file in the batch"));
+    case NameError::Case::spaceAtEdge:
+      return translated(QT_TRANSLATE_NOOP("Messages", "The name can’t start or end with a space"));
   }
   return {};
 }
