@@ -16,6 +16,7 @@
 #include "RenameIO/FolderListing.h"
 #include "RenameIO/LinuxFileRenaming.h"
 #include "TessaneRename/Messages.h"
+#include "TessaneRename/NameBuilder.h"
 #include "TessaneRename/RenamePlan.h"
 #include "TessaneRename/SessionMemory.h"
 #include "TessaneRename/Shoot.h"
@@ -162,7 +163,15 @@ void FolderModel::dismissToast() {
 void FolderModel::resumeSession() {
   const SessionMemory::Session session =
       SessionMemory(app_.settings()).restore(app_.preferences().resumesSession());
-  if (session.stack) setRules(*session.stack);
+  if (session.stack) {
+    setRules(*session.stack);
+  } else {
+    RuleStack stack;
+    const Preferences preferences = app_.preferences();
+    NameBuilder::firstStart(!app_.bodies().bodies().tags.empty())
+        .applyTo(stack, preferences.nameSeparator(), preferences.nameCounter());
+    setRules(std::move(stack));
+  }
   if (!session.folders.empty()) open(session.folders);
 }
 
@@ -563,6 +572,11 @@ void FolderModel::setDuplicates(DuplicatePolicy policy) {
 }
 
 void FolderModel::settingsChanged() {
+  if (!app_.bodies().bodies().tags.empty()) {
+    RuleStack rules = rules_;
+    if (NameBuilder::takeBodyIn(rules, app_.preferences().nameSeparator()))
+      setRules(std::move(rules));
+  }
   startMetadata();  // body tags and clock corrections come with the metadata
   schedulePreview();
 }
