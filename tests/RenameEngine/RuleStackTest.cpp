@@ -277,6 +277,27 @@ TEST(RuleStack, VanishedPiecesTakeTheirSeparatorAndValuesFitInAName) {
   EXPECT_TRUE(r.issues.empty());
 }
 
+// A file that says its UTC offset is named in its own local time; the naming zone serves the
+// files that don't say. A phone's video (11:25:40+03:00) and its photo (11:25:40 in a camera
+// without an offset, named in Istanbul) get the same time, and the same day for the counter.
+TEST(RuleStack, DatesAreTheShotsOwnClockWhereTheFileSaysIt) {
+  const NamingContext rome = *NamingContext::inZone("Europe/Rome");
+  Counter daily;
+  daily.reset = CounterReset::perDay;
+  RuleStack stack;
+  stack.rules.push_back(formatRule("{date:yyyy-MM-dd_HH-mm-ss}_{counter}", daily));
+  RenameSubject video = subject("IMG_0002.MOV", "/a", utc(2025, 6, 14, 8, 25));
+  video.metadata.setShotOffset(3 * 3600);
+  RenameSubject photo = subject("IMG_0001.JPG", "/a", utc(2025, 6, 14, 9, 25));  // 11:25 Rome
+  RenameSubject lateVideo = subject("IMG_0003.MOV", "/a", utc(2025, 6, 14, 22, 30));
+  lateVideo.metadata.setShotOffset(3 * 3600);  // 01:30 on the 15th, where it was shot
+  RenameSubject nextDay = subject("IMG_0004.JPG", "/a", utc(2025, 6, 15, 7, 0));
+  EXPECT_EQ(
+      namesOf(applyRuleStack(stack, {video, photo, lateVideo, nextDay}, rome)),
+      (std::vector<std::string>{"2025-06-14_11-25-00_0001.MOV", "2025-06-14_11-25-00_0002.JPG",
+                                "2025-06-15_01-30-00_0001.MOV", "2025-06-15_09-00-00_0002.JPG"}));
+}
+
 TEST(RuleStackJson, HandWrittenStackDecodesAndEveryStackRoundTrips) {
   const Json written = Json::parse(R"({
     "rules" : [

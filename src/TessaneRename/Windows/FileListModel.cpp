@@ -9,6 +9,7 @@
 #include <QPixmap>
 #include <QStyle>
 
+#include "TessaneRename/FileInspection.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/Windows/ThumbnailCache.h"
 
@@ -160,14 +161,11 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
           return row != nullptr ? text(row->newName.fullName()) : QString();
         case date:
           if (!file->captureDate) return {};
-          return QLocale().toString(
-              QDateTime::fromMSecsSinceEpoch(std::chrono::duration_cast<std::chrono::milliseconds>(
-                                                 file->captureDate->time_since_epoch())
-                                                 .count()),
-              QLocale::ShortFormat);
+          return shotTimeText(*file->captureDate, file->metadata.shotOffset());
         case body:
           return file->bodyTag ? text(*file->bodyTag) : QString();
         case status:
+          if (!file->nameIsText) return tr("Left alone: the name isn’t UTF-8");
           return statusText(row, model_.previewMissingText());
         default:
           return {};
