@@ -528,6 +528,10 @@
         <source>Time in names</source>
         <translation>Ora nei nomi</translation>
     </message>
+    <message>
+        <source>Left alone: its name isn’t written in UTF-8, so it can’t be shown or renamed safely. Rename it in the file manager first.</source>
+        <translation>Lasciato com’è: il nome non è scritto in UTF-8, quindi non si può mostrare né rinominare con sicurezza. Rinominalo prima nel gestore dei file.</translation>
+    </message>
 </context>
 <context>
     <name>FormatToken</name>
@@ -1116,6 +1120,10 @@
     <message>
         <source>the update information can’t be read</source>
         <translation>le informazioni sull’aggiornamento non sono leggibili</translation>
+    </message>
+    <message>
+        <source>The name can’t start or end with a space</source>
+        <translation>Il nome non può iniziare o finire con uno spazio</translation>
     </message>
 </context>
 <context>
@@ -1867,6 +1875,10 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Status</source>
         <translation>Stato</translation>
     </message>
+    <message>
+        <source>Left alone: the name isn’t UTF-8</source>
+        <translation>Lasciato com’è: il nome non è UTF-8</translation>
+    </message>
 </context>
 <context>
     <name>tessane::GuideWindow</name>
@@ -2130,6 +2142,10 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>No shooting data in this file.</source>
         <translation>Nessun dato di scatto in questo file.</translation>
+    </message>
+    <message>
+        <source>none: the file is left alone</source>
+        <translation>nessuno: il file resta com’è</translation>
     </message>
 </context>
 <context>
