@@ -40,7 +40,19 @@ bool isSeparatorByte(char c) {
 
 // A value as it can stand in a name: "/" and ":" become "-" (a lens "f/1.8D" gives "f-1.8D", a
 // time "12:30" gives "12-30", as an exposure "1/250" is written "1-250"); control characters go.
+bool fitsInAName(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte == '/' || byte == ':' || byte < 0x20 || byte == 0x7F) return false;
+    // C1 controls, U+0080 to U+009F, are 0xC2 0x80 to 0xC2 0x9F.
+    if (byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0)
+      return false;
+  }
+  return true;
+}
+
 std::string nameSafe(std::string text) {
+  if (fitsInAName(text)) return text;
   std::string out;
   out.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
@@ -62,6 +74,11 @@ std::string nameSafe(std::string text) {
 
 // White space at either end of a name: trimmed, by whole characters.
 std::string trimmedSpace(std::string text) {
+  const auto plainEnd = [](char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte > 0x20 && byte < 0x80;
+  };
+  if (text.empty() || (plainEnd(text.front()) && plainEnd(text.back()))) return text;
   std::size_t begin = 0;
   while (begin < text.size()) {
     std::size_t next = begin;
