@@ -163,7 +163,9 @@ void FolderModel::dismissToast() {
 void FolderModel::resumeSession() {
   const SessionMemory::Session session =
       SessionMemory(app_.settings()).restore(app_.preferences().resumesSession());
-  if (session.stack) {
+  // A stack without rules names nothing (every row "Unchanged"): it is no session to resume, and
+  // is what earlier versions saved after a first start.
+  if (session.stack && !session.stack->rules.empty()) {
     setRules(*session.stack);
   } else {
     RuleStack stack;

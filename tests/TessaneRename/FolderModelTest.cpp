@@ -200,6 +200,11 @@ TEST_F(Model, TheLastSessionComesBackWhenWanted) {
   model_ = std::make_unique<FolderModel>(*app_);
   model_->resumeSession();
   EXPECT_EQ(topTemplate(), "{date}_{body}_{counter}");
+  app_->preferences().setResumesSession(true);
+  model_->setRules(RuleStack{});  // saved as the last session's rules
+  model_ = std::make_unique<FolderModel>(*app_);
+  model_->resumeSession();
+  EXPECT_EQ(topTemplate(), "{date}_{body}_{counter}") << "no rules are no session to resume";
 }
 
 TEST_F(Model, RestoreOriginalNames) {
