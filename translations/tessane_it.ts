@@ -532,6 +532,10 @@
         <source>Time in names</source>
         <translation>Ora nei nomi</translation>
     </message>
+    <message>
+        <source>Left alone: its name isn’t written in UTF-8, so it can’t be shown or renamed safely. Rename it in the file manager first.</source>
+        <translation>Lasciato com’è: il nome non è scritto in UTF-8, quindi non si può mostrare né rinominare con sicurezza. Rinominalo prima nel gestore dei file.</translation>
+    </message>
 </context>
 <context>
     <name>FormatToken</name>
@@ -1172,6 +1176,10 @@
     <message>
         <source>the update information isn’t signed with this version’s key, so it was ignored</source>
         <translation>le informazioni sull’aggiornamento non sono firmate con la chiave di questa versione, perciò sono state ignorate</translation>
+    </message>
+    <message>
+        <source>The name can’t start or end with a space</source>
+        <translation>Il nome non può iniziare o finire con uno spazio</translation>
     </message>
 </context>
 <context>
@@ -1950,6 +1958,10 @@ o scegli File ▸ Aggiungi cartella…</translation>
         <source>Folder</source>
         <translation>Cartella</translation>
     </message>
+    <message>
+        <source>Left alone: the name isn’t UTF-8</source>
+        <translation>Lasciato com’è: il nome non è UTF-8</translation>
+    </message>
 </context>
 <context>
     <name>tessane::GuideWindow</name>
@@ -2241,6 +2253,10 @@ o scegli File ▸ Aggiungi cartella…</translation>
     <message>
         <source>No shooting data in this file.</source>
         <translation>Nessun dato di scatto in questo file.</translation>
+    </message>
+    <message>
+        <source>none: the file is left alone</source>
+        <translation>nessuno: il file resta com’è</translation>
     </message>
 </context>
 <context>

@@ -28,6 +28,8 @@ struct Groups {
   std::pair<int, std::uint16_t> nikonSerialNo{-1, 0};
   // Panasonic's maker note: the photo's width and height.
   int panasonic = -1;
+  // Nikon's maker-note ISO speed.
+  std::pair<int, std::uint16_t> nikonIso{-1, 0};
 };
 
 const Groups& groups() {
@@ -36,6 +38,11 @@ const Groups& groups() {
     out.image = Exiv2::ExifKey("Exif.Image.Make").ifdId();
     out.photo = Exiv2::ExifKey("Exif.Photo.FNumber").ifdId();
     out.panasonic = Exiv2::ExifKey("Exif.Panasonic.ImageWidth").ifdId();
+    try {
+      const Exiv2::ExifKey iso("Exif.Nikon3.ISOSpeed");
+      out.nikonIso = {iso.ifdId(), iso.tag()};
+    } catch (...) {
+    }
     for (const char* key :
          {"Exif.Canon.SerialNumber", "Exif.Nikon3.SerialNumber", "Exif.Nikon3.SerialNO",
           "Exif.Fujifilm.SerialNumber", "Exif.OlympusEq.SerialNumber", "Exif.Olympus.SerialNumber",
@@ -169,6 +176,12 @@ void pickPhoto(const Exifdatum& d, ImageFields& f) {
       return keepFirst(f.original, d, Form::text);
     case 0x9004:
       return keepFirst(f.digitized, d, Form::text);
+    case 0x9010:
+      return keepFirst(f.offsetTime, d, Form::text);
+    case 0x9011:
+      return keepFirst(f.offsetOriginal, d, Form::text);
+    case 0x9012:
+      return keepFirst(f.offsetDigitized, d, Form::text);
     case 0x9290:
       return keepFirst(f.subSec, d, Form::text);
     case 0x9291:
@@ -248,6 +261,8 @@ ImageFields pick(const Exiv2::ExifData& exif) {
     } else if (tag == 0xc620) {
       // The raw image's IFD of a DNG (SubImage1 and so on) holds its default crop.
       if (d.groupName().rfind("SubImage", 0) == 0) keepFirst(f.defaultCrop, d, Form::integers);
+    } else if (ifd == g.nikonIso.first && tag == g.nikonIso.second) {
+      keepFirst(f.makerIso, d, Form::integers);
     } else {
       pickMakerSerial(d, f, makerSerialRank);
     }

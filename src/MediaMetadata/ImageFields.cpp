@@ -1,6 +1,10 @@
 #include "ImageFields.h"
 
+#include <unicode/timezone.h>
+
 #include <array>
+#include <chrono>
+#include <string_view>
 #include <utility>
 
 #include "MetadataText.h"
@@ -37,20 +41,54 @@ bool isBlankTime(const std::string& text) {
   return text.find_first_not_of(" :\t\r\n", 0) == std::string::npos;
 }
 
+// An EXIF offset text, "+03:00" or "-05:30" (ASCII, seven characters with the NUL), as seconds;
+// nothing for a blank or malformed one ("   :  " is written by cameras that don't know).
+std::optional<std::int32_t> offsetSeconds(const Entry& entry) {
+  if (!entry) return std::nullopt;
+  std::string_view t = entry->text;
+  while (!t.empty() && (t.back() == ' ' || t.back() == '\0'))
+    t.remove_suffix(1);
+  while (!t.empty() && t.front() == ' ')
+    t.remove_prefix(1);
+  if (t.size() != 6 || (t[0] != '+' && t[0] != '-') || t[3] != ':') return std::nullopt;
+  auto digit = [&](std::size_t i) { return t[i] >= '0' && t[i] <= '9'; };
+  if (!digit(1) || !digit(2) || !digit(4) || !digit(5)) return std::nullopt;
+  const int hours = (t[1] - '0') * 10 + (t[2] - '0');
+  const int minutes = (t[4] - '0') * 10 + (t[5] - '0');
+  if (hours > 14 || minutes > 59) return std::nullopt;
+  const std::int32_t seconds = (hours * 60 + minutes) * 60;
+  return t[0] == '-' ? -seconds : seconds;
+}
+
+struct Capture {
+  Date date;
+  std::optional<std::int32_t> offset;
+};
+
 // The first source the file gives decides: a malformed time there is no date, never the next
-// source's time in its place (which may be a later edit's).
-std::optional<Date> captureDate(const ImageFields& f, const icu::TimeZone& zone) {
-  const std::array<std::pair<const Entry*, const Entry*>, 3> sources = {
-      {{&f.original, &f.subSecOriginal},
-       {&f.digitized, &f.subSecDigitized},
-       {&f.dateTime, &f.subSec}}};
-  for (const auto& [date, subSec] : sources) {
-    if (!*date || isBlankTime((*date)->text)) continue;
-    std::optional<Date> d = TimeParsing::exifDate((*date)->text, zone);
-    if (d && *subSec) {
-      if (const auto fraction = TimeParsing::subSeconds((*subSec)->text)) *d += *fraction;
+// source's time in its place (which may be a later edit's). A time with its own offset is read
+// at that offset; one without is read in `zone`.
+std::optional<Capture> captureDate(const ImageFields& f, const icu::TimeZone& zone) {
+  struct Source {
+    const Entry* date;
+    const Entry* subSec;
+    const Entry* offset;
+  };
+  const std::array<Source, 3> sources = {{{&f.original, &f.subSecOriginal, &f.offsetOriginal},
+                                          {&f.digitized, &f.subSecDigitized, &f.offsetDigitized},
+                                          {&f.dateTime, &f.subSec, &f.offsetTime}}};
+  for (const Source& source : sources) {
+    if (!*source.date || isBlankTime((*source.date)->text)) continue;
+    const std::optional<std::int32_t> offset = offsetSeconds(*source.offset);
+    std::optional<Date> d =
+        offset ? TimeParsing::exifDate((*source.date)->text, *icu::TimeZone::getGMT())
+               : TimeParsing::exifDate((*source.date)->text, zone);
+    if (!d) return std::nullopt;
+    if (offset) *d -= std::chrono::seconds(*offset);
+    if (*source.subSec) {
+      if (const auto fraction = TimeParsing::subSeconds((*source.subSec)->text)) *d += *fraction;
     }
-    return d;
+    return Capture{*d, offset};
   }
   return std::nullopt;
 }
@@ -99,16 +137,28 @@ bool isLensName(const std::string& text) {
   return false;
 }
 
+std::optional<std::string> serialNumber(const Entry& entry) {
+  if (!entry) return std::nullopt;
+  std::optional<std::string> text = MetadataText::clean(entry->text);
+  if (text && text->find_first_not_of('0') == std::string::npos) return std::nullopt;
+  return text;
+}
+
 void toMetadata(const ImageFields& f, FileKind kind, const icu::TimeZone& zone, MetadataMap& out) {
   setText(out, MetadataKey::make, f.make);
   setText(out, MetadataKey::model, f.model);
-  if (!setText(out, MetadataKey::serial, f.bodySerial) &&
-      !setText(out, MetadataKey::serial, f.cameraSerial)) {
-    setText(out, MetadataKey::serial, f.makerSerial);
+  for (const Entry* serial : {&f.bodySerial, &f.cameraSerial, &f.makerSerial}) {
+    if (auto text = serialNumber(*serial)) {
+      out.set(MetadataKey::serial, MetadataValue::text(std::move(*text)));
+      break;
+    }
   }
   readLens(f, out);
   if (const Entry& iso = f.isoRatings ? f.isoRatings : f.isoSpeed; iso && iso->first) {
     out.set(MetadataKey::iso, MetadataValue::integer(*iso->first));
+  } else if (!f.isoRatings && !f.isoSpeed && f.makerIso) {
+    if (const auto speed = f.makerIso->second ? f.makerIso->second : f.makerIso->first)
+      out.set(MetadataKey::iso, MetadataValue::integer(*speed));
   }
   setNumber(out, MetadataKey::shutter, f.exposure);
   setNumber(out, MetadataKey::aperture, f.fNumber);
@@ -120,8 +170,10 @@ void toMetadata(const ImageFields& f, FileKind kind, const icu::TimeZone& zone, 
   if (f.subLocation) MetadataText::setText(out, MetadataKey::location, *f.subLocation);
   if (f.objectName) MetadataText::setText(out, MetadataKey::title, *f.objectName);
   if (f.headline) MetadataText::setText(out, MetadataKey::headline, *f.headline);
-  if (const auto date = captureDate(f, zone))
-    out.set(MetadataKey::date, MetadataValue::date(*date));
+  if (const auto capture = captureDate(f, zone)) {
+    out.set(MetadataKey::date, MetadataValue::date(capture->date));
+    out.setShotOffset(capture->offset);
+  }
   readSize(f, kind, out);
 }
 

@@ -32,9 +32,14 @@ struct ImageFields {
   // EXIF IFD
   std::optional<ExifEntry> exposure, fNumber, focal, isoRatings, isoSpeed, original, digitized,
       subSec, subSecOriginal, subSecDigitized, pixelX, pixelY, bodySerial, lensModel;
+  // EXIF IFD: the UTC offsets of DateTime, DateTimeOriginal and DateTimeDigitized ("+03:00").
+  std::optional<ExifEntry> offsetTime, offsetOriginal, offsetDigitized;
   // Maker note: the serial number, and the lens as Exiv2 names it (looked for only when the
   // EXIF lens model is missing).
   std::optional<ExifEntry> makerSerial;
+  // Nikon's maker-note ISO speed ("0 200": the speed is the second number), which older bodies
+  // (the D70s) write instead of EXIF's.
+  std::optional<ExifEntry> makerIso;
   std::optional<std::string> makerLens;
   // The photo's size as Panasonic's maker note gives it (its RAW files carry no EXIF size).
   std::optional<ExifEntry> makerWidth, makerHeight;
@@ -51,6 +56,11 @@ struct ImageFields {
 };
 
 namespace ImageFieldsMapping {
+
+// The serial number an entry holds, cleaned; nothing for an empty one or a placeholder of zeros
+// ("0000000000", which some bodies write in EXIF's BodySerialNumber while IFD0 or the maker note
+// holds the real number).
+std::optional<std::string> serialNumber(const std::optional<ExifEntry>& entry);
 
 // Whether an EXIF lens model text names a lens (not "n/a", "----", "Unknown (123)", a bare id).
 bool isLensName(const std::string& text);

@@ -97,11 +97,11 @@ constexpr MakerNoteLayout kThinned[] = {
      {0x0001, 0x0002, 0x000c, 0x0010, 0x0095, 0x0096},
      {0x0002, 0x0010}},
     // Version, SerialNumber and ShutterCount (the keys to LensData), LensType, Lens, LensData,
-    // SerialNO.
+    // SerialNO, and the ISO speed (older bodies write it there alone).
     {"NIKON",
      std::string_view("Nikon\0\x02", 7),
      MakerNoteLayout::Ifd::ownTiffHeaderAt10,
-     {0x0001, 0x001d, 0x00a7, 0x0083, 0x0084, 0x0098, 0x00a0},
+     {0x0001, 0x001d, 0x00a7, 0x0083, 0x0084, 0x0098, 0x00a0, 0x0002},
      {0x0001, 0x00a7}},
     // InternalSerialNumber, ImageWidth, ImageHeight, LensType, LensSerialNumber.
     {"Panasonic",

@@ -84,6 +84,12 @@ FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind 
     case FileKind::other:
       break;
   }
+  // One offset for both: the image readers keep theirs with the values, the others return it.
+  if (result.shotUtcOffset) {
+    result.values.setShotOffset(result.shotUtcOffset);
+  } else {
+    result.shotUtcOffset = result.values.shotOffset();
+  }
   if (scope_.fileDates) FileDates::read(file, result.values);
   if (scope_.sidecars && kind != FileKind::sidecar) {
     if (const auto sidecar = sidecars_->sidecar(file)) SidecarReader::read(*sidecar, result.values);

@@ -8,9 +8,9 @@
 // same ones (so a sidecar without its photo still has a title), when the scope reads sidecars.
 //
 // Camera clock times without an offset are read in `timeZone()`. A date that names its own
-// offset (a video's, a PDF's) is the moment it names; the offset is kept beside the values as
-// `shotUtcOffset`, for showing, and changes no value: `{date}` shows that moment in the naming
-// time zone, as every date in a name.
+// offset (EXIF OffsetTimeOriginal, a video's local creation date, a PDF's) is the moment it
+// names; the offset is kept with the values (MetadataMap::shotOffset) and as `shotUtcOffset`,
+// so that `{date}` writes the shot's own clock time, and photos and videos of one trip agree.
 //
 // Nothing is thrown and nothing is printed: a file that can't be opened or parsed gives only what
 // could be read, at least its dates when it exists. A value type, cheap to copy; its sidecar
@@ -41,8 +41,9 @@ namespace tessane {
 
 struct FileMetadata {
   MetadataMap values;
-  // The UTC offset in seconds the file gives for its capture date (a video's creation date or a
-  // PDF's), when it names one other than zero; otherwise the provider's time zone applies.
+  // The UTC offset in seconds the file gives for its capture date: EXIF's offset of the date
+  // used, or a video's or PDF's creation date's when it names one other than zero (a container's
+  // "Z" is UTC, not a local time); otherwise the provider's time zone applies.
   std::optional<std::int32_t> shotUtcOffset;
 
   // `shotUtcOffset` as ISO 8601 writes it ("+02:00", "-05:30"); nothing when there is none.

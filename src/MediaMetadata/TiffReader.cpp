@@ -72,10 +72,6 @@ void take(std::optional<ExifEntry>& slot, ExifEntry value) {
   slot = std::move(value);
 }
 
-bool cleanNonEmpty(const std::optional<ExifEntry>& e) {
-  return e && MetadataText::clean(e->text).has_value();
-}
-
 // Makers whose maker note Exiv2 reads a serial number from.
 bool makerKeepsSerial(const std::optional<ExifEntry>& make) {
   if (!make) return true;  // unknown: let Exiv2 decide
@@ -113,6 +109,15 @@ void readExifIfd(const Tiff& t, std::uint32_t offset, ImageFields& f, bool& make
         break;
       case 0x9004:
         take(f.digitized, asText(t, e));
+        break;
+      case 0x9010:
+        take(f.offsetTime, asText(t, e));
+        break;
+      case 0x9011:
+        take(f.offsetOriginal, asText(t, e));
+        break;
+      case 0x9012:
+        take(f.offsetDigitized, asText(t, e));
         break;
       case 0x9290:
         take(f.subSec, asText(t, e));
@@ -237,8 +242,12 @@ bool makerNoteCouldAdd(const ImageFields& f) {
     const auto text = MetadataText::clean(f.lensModel->text);
     return text && ImageFieldsMapping::isLensName(*text);
   }();
-  const bool serialKnown = cleanNonEmpty(f.bodySerial) || cleanNonEmpty(f.cameraSerial);
-  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make));
+  const bool serialKnown = ImageFieldsMapping::serialNumber(f.bodySerial).has_value() ||
+                           ImageFieldsMapping::serialNumber(f.cameraSerial).has_value();
+  // Older Nikon bodies write the ISO speed in the maker note alone.
+  const bool nikonIso =
+      !f.isoRatings && !f.isoSpeed && f.make && f.make->text.rfind("NIKON", 0) == 0;
+  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make)) || nikonIso;
 }
 
 bool readTiff(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields& fields,

@@ -1,5 +1,7 @@
 #include "Counter.h"
 
+#include <unicode/timezone.h>
+
 #include <algorithm>
 
 #include "CaptureTime.h"
@@ -43,7 +45,11 @@ std::string Counter::groupKey(const RenameSubject& subject, const icu::TimeZone&
     case CounterReset::perDay: {
       const std::optional<Date> when = CaptureTime::of(subject.captureDate, subject.metadata);
       if (!when) return "undated";
-      const CalendarDay day = CaptureTime::dayOf(*when, zone);
+      // The day of the shot's own clock where the file says its offset, as {date} writes it.
+      const std::optional<std::int32_t> offset = subject.metadata.shotOffset();
+      const CalendarDay day = offset ? CaptureTime::dayOf(*when + std::chrono::seconds(*offset),
+                                                          *icu::TimeZone::getGMT())
+                                     : CaptureTime::dayOf(*when, zone);
       std::string key = text(day.year, 4);
       key.append(day.month < 10 ? "-0" : "-").append(std::to_string(day.month));
       key.append(day.day < 10 ? "-0" : "-").append(std::to_string(day.day));

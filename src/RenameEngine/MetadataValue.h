@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -64,10 +65,17 @@ class MetadataMap {
   std::vector<Entry>::const_iterator begin() const noexcept { return entries_.begin(); }
   std::vector<Entry>::const_iterator end() const noexcept { return entries_.end(); }
 
+  // The UTC offset, in seconds, of the local time at which the file says it was shot (EXIF
+  // OffsetTimeOriginal, a video's local creation date): `date` is still the moment, and the
+  // offset gives back the shot's own clock time for names. Nothing when the file doesn't say.
+  std::optional<std::int32_t> shotOffset() const noexcept { return shotOffset_; }
+  void setShotOffset(std::optional<std::int32_t> seconds) noexcept { shotOffset_ = seconds; }
+
   friend bool operator==(const MetadataMap&, const MetadataMap&) = default;
 
  private:
   std::vector<Entry> entries_;
+  std::optional<std::int32_t> shotOffset_;
 };
 
 }  // namespace tessane

@@ -20,6 +20,16 @@ bool hasInvalidCharacters(std::string_view text) {
   return false;
 }
 
+bool hasSpaceAtEdge(std::string_view base) {
+  if (base.empty()) return false;
+  std::size_t offset = 0;
+  if (unicode::isWhitespace(unicode::nextScalar(base, offset))) return true;
+  std::size_t last = base.size() - 1;
+  while (last > 0 && (static_cast<unsigned char>(base[last]) & 0xC0) == 0x80)
+    --last;
+  return unicode::isWhitespace(unicode::nextScalar(base, last));
+}
+
 std::vector<NameError> problems(std::string_view base, std::string_view ext) {
   const std::size_t bytes = base.size() + (ext.empty() ? 0 : 1 + ext.size());
   if (bytes == 0) return {NameError::empty()};
@@ -29,6 +39,7 @@ std::vector<NameError> problems(std::string_view base, std::string_view ext) {
   if (hasInvalidCharacters(base) || hasInvalidCharacters(ext)) {
     out.push_back(NameError::invalidCharacters());
   }
+  if (hasSpaceAtEdge(base)) out.push_back(NameError::spaceAtEdge());
   if (bytes > kMaxNameBytes) out.push_back(NameError::tooLong(static_cast<std::int64_t>(bytes)));
   return out;
 }

@@ -21,6 +21,7 @@ class NameError {
     startsWithDot,
     invalidCharacters,
     duplicateInBatch,
+    spaceAtEdge,  // the part before the extension begins or ends with white space
     refused
   };
 
@@ -37,6 +38,7 @@ class NameError {
   // The system won't let the file take a new name (a read-only disk, a folder the user may not
   // write to, a locked file): `code` is what it would answer, an errno value.
   static NameError refused(int code) { return NameError(Case::refused, code, {}); }
+  static NameError spaceAtEdge() { return NameError(Case::spaceAtEdge, 0, {}); }
 
   Case kind() const noexcept { return case_; }
   std::int64_t length() const noexcept { return length_; }  // tooLong: the UTF-8 byte count
@@ -60,12 +62,17 @@ namespace NameCheck {
 inline constexpr std::size_t kMaxNameBytes = 255;
 
 // The problems of the name base + "." + ext (base alone when ext is empty), in a fixed order:
-// [empty] alone for an empty name, else startsWithDot, invalidCharacters, tooLong as they apply.
+// [empty] alone for an empty name, else startsWithDot, invalidCharacters, spaceAtEdge, tooLong
+// as they apply. A base that begins or ends with white space is refused: such a name looks like
+// another in every list and is hard to type.
 // Empty when the name is acceptable.
 std::vector<NameError> problems(std::string_view base, std::string_view ext);
 
 // Whether the text holds "/", ":" or a control character (General Category Cc).
 bool hasInvalidCharacters(std::string_view text);
+
+// Whether a base name begins or ends with white space (Unicode White_Space).
+bool hasSpaceAtEdge(std::string_view base);
 
 }  // namespace NameCheck
 }  // namespace tessane

@@ -40,6 +40,9 @@ class PreparedTemplate {
   // uses the counter (nullopt when the count passed its limit: nothing is inserted and
   // counterOverflow is reported). "{counter:5}" pads to five digits instead of the counter's
   // own padding. Missing values are replaced by `missingText`; an unknown name leaves nothing.
+  // A piece that leaves nothing takes one separator ("_", "-", " ", ".") with it, so no doubled
+  // separator and no separator at either end is left where it was; values have "/" and ":"
+  // turned into "-" and control characters dropped; white space at either end is trimmed.
   RenderedName render(const VariableContext& context, const Counter& counter,
                       std::optional<std::int64_t> counterValue, std::string_view missingText) const;
 

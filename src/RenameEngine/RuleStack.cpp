@@ -34,8 +34,8 @@ struct CompiledRuleStack::Compiled {
                 const icu::TimeZone& zone) const;
   // File `i` through every rule that acts on it.
   RuleResult run(const std::vector<const RenameSubject*>& subjects, std::size_t i, const Acts& acts,
-                 const Numbers& numbers, const NamingContext& context,
-                 DateFormatterCache& dates) const;
+                 const Numbers& numbers, const NamingContext& context, DateFormatterCache& dates,
+                 DateFormatterCache& shotDates) const;
 };
 
 namespace {
@@ -118,8 +118,8 @@ CompiledRuleStack::Compiled::Numbers CompiledRuleStack::Compiled::count(
 
 RuleResult CompiledRuleStack::Compiled::run(const std::vector<const RenameSubject*>& subjects,
                                             std::size_t i, const Acts& acts, const Numbers& numbers,
-                                            const NamingContext& context,
-                                            DateFormatterCache& dates) const {
+                                            const NamingContext& context, DateFormatterCache& dates,
+                                            DateFormatterCache& shotDates) const {
   const icu::TimeZone& zone = *context.zone;
   const RenameSubject& subject = *subjects[i];
   RuleResult result;
@@ -146,7 +146,8 @@ RuleResult CompiledRuleStack::Compiled::run(const std::vector<const RenameSubjec
           } else if constexpr (std::is_same_v<T, RuleAction::Format>) {
             const std::optional<std::int64_t> number =
                 numbers[r].empty() ? std::optional<std::int64_t>(0) : numbers[r][i];
-            const VariableContext variables{subject, name.base, zone, dates, context.datePattern};
+            const VariableContext variables{subject, name.base,           zone,
+                                            dates,   context.datePattern, &shotDates};
             RenderedName rendered =
                 c.parsed->render(variables, action.format.counter, number, context.missingText);
             name.base = std::move(rendered.text);
@@ -180,8 +181,9 @@ std::vector<RuleResult> CompiledRuleStack::apply(const std::vector<const RenameS
   std::vector<RuleResult> results(subjects.size());
   parallelFor(subjects.size(), kMinimumPerThread, [&](std::size_t begin, std::size_t end) {
     DateFormatterCache dates(*context.zone);
+    DateFormatterCache shotDates(*icu::TimeZone::getGMT());
     for (std::size_t i = begin; i < end; ++i)
-      results[i] = compiled_->run(subjects, i, acts, numbers, context, dates);
+      results[i] = compiled_->run(subjects, i, acts, numbers, context, dates, shotDates);
   });
   return results;
 }

@@ -142,20 +142,21 @@ VariableValue numberValue(TemplateVariable variable, double value,
 }
 
 VariableValue dateValue(const std::optional<Date>& date, const std::optional<std::string>& format,
-                        const VariableContext& context) {
+                        const VariableContext& context, DateFormatterCache* in = nullptr) {
   if (!date) return VariableValue::missing();
+  DateFormatterCache& dates = in != nullptr ? *in : context.dates;
   static constexpr std::string_view kPlainPattern = "yyyy-MM-dd";
   if (format && !format->empty()) {
-    if (std::optional<std::string> text = context.dates.format(*date, *format)) {
+    if (std::optional<std::string> text = dates.format(*date, *format)) {
       return VariableValue::value(std::move(*text));
     }
-    return VariableValue::invalidFormat(context.dates.format(*date, kPlainPattern).value_or(""));
+    return VariableValue::invalidFormat(dates.format(*date, kPlainPattern).value_or(""));
   }
   // The user's own pattern for dates written plain; one ICU can't apply is taken as not set.
-  if (std::optional<std::string> text = context.dates.format(*date, context.defaultDatePattern)) {
+  if (std::optional<std::string> text = dates.format(*date, context.defaultDatePattern)) {
     return VariableValue::value(std::move(*text));
   }
-  return VariableValue::value(context.dates.format(*date, kPlainPattern).value_or(""));
+  return VariableValue::value(dates.format(*date, kPlainPattern).value_or(""));
 }
 
 VariableValue metadataValue(TemplateVariable variable, MetadataKey key,
@@ -280,8 +281,16 @@ VariableValue variableValue(TemplateVariable variable, const std::optional<std::
       return format ? VariableValue::invalidFormat(std::move(plain))
                     : VariableValue::value(std::move(plain));
     }
-    case TemplateVariable::date:
-      return dateValue(CaptureTime::of(subject.captureDate, subject.metadata), format, context);
+    case TemplateVariable::date: {
+      const std::optional<Date> when = CaptureTime::of(subject.captureDate, subject.metadata);
+      const std::optional<std::int32_t> offset = subject.metadata.shotOffset();
+      if (when && offset && context.shotDates != nullptr) {
+        // The shot's own clock, where the file says it: the moment moved by its offset, written
+        // in UTC. A phone's video and its photos then read the same local time.
+        return dateValue(*when + std::chrono::seconds(*offset), format, context, context.shotDates);
+      }
+      return dateValue(when, format, context);
+    }
     default:
       break;
   }

@@ -109,6 +109,9 @@ struct VariableContext {
   const icu::TimeZone& zone;     // where dates are broken into days and formatted
   DateFormatterCache& dates;     // formatters for `zone`
   std::string_view defaultDatePattern = "yyyy-MM-dd";  // a date variable without a format
+  // Formatters in UTC, for the capture time of a file that says its own UTC offset: {date} is
+  // then the shot's local time, and `zone` serves only files that don't say. Null: `zone` for all.
+  DateFormatterCache* shotDates = nullptr;
 };
 
 // The value of `variable` for one file, with an optional format.

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
+#include <QTimeZone>
 
 #include <array>
 #include <cmath>
@@ -31,10 +32,8 @@ QString number(double value, int decimals) {
   return s;
 }
 
-QString dateText(Date date) {
-  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(date.time_since_epoch());
-  return QLocale().toString(QDateTime::fromMSecsSinceEpoch(ms.count()),
-                            QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+QString dateText(Date date, std::optional<std::int32_t> offset) {
+  return shotClock(date, offset).toString(QStringLiteral("yyyy-MM-dd HH:mm:ss"));
 }
 
 // Capture time first, then the camera, the exposure, the media, the place and people, the file.
@@ -84,6 +83,22 @@ void addTrace(FileInspection& out, const FolderModel& model, const FolderFile& f
 }
 
 }  // namespace
+
+QDateTime shotClock(Date date, std::optional<std::int32_t> offset) {
+  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(date.time_since_epoch());
+  if (offset) {
+    return QDateTime::fromMSecsSinceEpoch(ms.count(), QTimeZone(*offset));
+  }
+  return QDateTime::fromMSecsSinceEpoch(ms.count());
+}
+
+QString shotTimeText(Date date, std::optional<std::int32_t> offset) {
+  const QDateTime when = shotClock(date, offset);
+  QString time = QLocale().timeFormat(QLocale::ShortFormat);
+  if (!time.contains(QLatin1Char('s'))) time.replace(QStringLiteral("mm"), QStringLiteral("mm:ss"));
+  return QLocale().toString(when.date(), QLocale::ShortFormat) + QLatin1Char(' ') +
+         QLocale().toString(when.time(), time);
+}
 
 std::vector<DiffPiece> readablePieces(const std::vector<DiffPiece>& pieces) {
   std::vector<DiffPiece> out;
@@ -161,7 +176,7 @@ QString displayLabel(MetadataKey key) {
 }
 
 QString displayText(MetadataKey key, const MetadataValue& value) {
-  if (const Date* d = value.asDate()) return dateText(*d);
+  if (const Date* d = value.asDate()) return dateText(*d, std::nullopt);
   if (const std::string* s = value.asText()) return text(*s);
   double v = 0;
   if (const std::int64_t* i = value.asInteger()) {
@@ -231,17 +246,34 @@ FileInspection FileInspection::of(const FolderModel& model, const FolderFile& fi
     addTrace(out, model, *tracedFile, *traced);
   }
 
-  if (file.bodyTag)
-    out.fields.push_back(
-        {QCoreApplication::translate("FileInspection", "Body"), text(*file.bodyTag)});
+  if (!file.nameIsText) {
+    out.leftAlone = true;
+    out.warnings << QCoreApplication::translate(
+        "FileInspection",
+        "Left alone: its name isn’t written in UTF-8, so it can’t be shown or renamed safely. "
+        "Rename it in the file manager first.");
+  }
+
+  // The file's own data, a twin's too: it takes its primary's name, not its camera or its date.
+  const MetadataMap& metadata = model.ownMetadata(file);
+  const std::optional<std::string> tag =
+      &metadata == &file.metadata ? file.bodyTag : model.cameraBodies().tag(metadata);
+  if (tag)
+    out.fields.push_back({QCoreApplication::translate("FileInspection", "Body"), text(*tag)});
   for (MetadataKey key : kFieldOrder) {
-    const MetadataValue* value = file.metadata.find(key);
+    const MetadataValue* value = metadata.find(key);
     if (value == nullptr) continue;
-    out.fields.push_back({displayLabel(key), displayText(key, *value)});
+    const std::optional<std::int32_t> offset = metadata.shotOffset();
+    if (key == MetadataKey::date && value->asDate()) {
+      // The shot's own clock where the file says it, as the names write it.
+      out.fields.push_back({displayLabel(key), dateText(*value->asDate(), offset)});
+    } else {
+      out.fields.push_back({displayLabel(key), displayText(key, *value)});
+    }
     if (key == MetadataKey::date && file.captureDate && value->asDate() &&
         *value->asDate() != *file.captureDate) {
       out.fields.push_back({QCoreApplication::translate("FileInspection", "Time in names"),
-                            dateText(*file.captureDate)});
+                            dateText(*file.captureDate, offset)});
     }
   }
   return out;

@@ -18,6 +18,7 @@
 #include "RenameIO/OriginalName.h"
 #include "RenameIO/RenameAccess.h"
 #include "TessaneRename/Messages.h"
+#include "TessaneRename/NameBuilder.h"
 #include "TessaneRename/RenamePlan.h"
 #include "TessaneRename/SessionMemory.h"
 #include "TessaneRename/Shoot.h"
@@ -164,7 +165,17 @@ void FolderModel::dismissToast() {
 void FolderModel::resumeSession() {
   const SessionMemory::Session session =
       SessionMemory(app_.settings()).restore(app_.preferences().resumesSession());
-  if (session.stack) setRules(*session.stack);
+  // A stack without rules names nothing (every row "Unchanged"): it is no session to resume, and
+  // is what earlier versions saved after a first start.
+  if (session.stack && !session.stack->rules.empty()) {
+    setRules(*session.stack);
+  } else {
+    RuleStack stack;
+    const Preferences preferences = app_.preferences();
+    NameBuilder::firstStart(!app_.bodies().bodies().tags.empty())
+        .applyTo(stack, preferences.nameSeparator(), preferences.nameCounter());
+    setRules(std::move(stack));
+  }
   if (!session.folders.empty()) open(session.folders, &session.selected);
 }
 
@@ -422,7 +433,18 @@ void FolderModel::showListing(std::shared_ptr<Listing> listing) {
 
 // ---- Metadata ----
 
+const MetadataMap& FolderModel::ownMetadata(const FolderFile& file) const {
+  if (file.primaryURL == file.url) return file.metadata;
+  auto [at, isNew] = ownMetadata_.try_emplace(file.url.native());
+  if (isNew) {
+    const MetadataProvider provider;
+    at->second = provider.read(file.url, fileKindOf(file.name.ext)).values;
+  }
+  return at->second;
+}
+
 void FolderModel::startMetadata() {
+  ownMetadata_.clear();
   metadataStop_.request_stop();
   metadataStop_ = std::stop_source();
   const std::uint64_t generation = ++metadataGeneration_;
@@ -433,17 +455,19 @@ void FolderModel::startMetadata() {
   const TwinOptions twins = twinOptions_;
   const std::stop_token stop = metadataStop_.get_token();
   startTask([this, generation, snapshot, bodies, twins, stop] {
-    Shoot shoot;
-    std::vector<std::size_t> fileOf;
+    // Files whose names are not text are never renamed, but their shooting data is shown:
+    // they are read on their own, outside any twin group.
+    Shoot shoot, notText;
+    std::vector<std::size_t> fileOf, notTextFileOf;
     for (std::size_t i = 0; i < snapshot->size(); ++i) {
       const FolderFile& f = (*snapshot)[i];
-      if (!f.nameIsText) continue;
       RenameSubject s;
       s.name = f.name.fullName();
       s.folder = f.url.parent_path();
-      shoot.subjects.push_back(std::move(s));
-      shoot.paths.push_back(f.url);
-      fileOf.push_back(i);
+      Shoot& into = f.nameIsText ? shoot : notText;
+      into.subjects.push_back(std::move(s));
+      into.paths.push_back(f.url);
+      (f.nameIsText ? fileOf : notTextFileOf).push_back(i);
     }
     ShootRequest request;
     request.bodies = bodies.get();
@@ -462,16 +486,26 @@ void FolderModel::startMetadata() {
     };
     std::vector<ShootNotice> notices;
     if (!readShootMetadata(shoot, request, notices)) return;  // stopped: a newer read follows
-    auto read = std::make_shared<std::vector<FolderFile>>(*snapshot);
-    for (std::size_t k = 0; k < fileOf.size(); ++k) {
-      FolderFile& f = (*read)[fileOf[k]];
-      RenameSubject& s = shoot.subjects[k];
-      f.metadata = std::move(s.metadata);
-      f.originalName = std::move(s.originalName);
-      f.bodyTag = std::move(s.bodyTag);
-      f.captureDate = s.captureDate;
-      f.cameraModel = std::move(s.cameraModel);
+    if (!notText.subjects.empty()) {
+      ShootRequest alone = request;
+      alone.twins = nullptr;
+      alone.progress = nullptr;
+      if (!readShootMetadata(notText, alone, notices)) return;
     }
+    auto read = std::make_shared<std::vector<FolderFile>>(*snapshot);
+    const auto take = [&](Shoot& from, const std::vector<std::size_t>& at) {
+      for (std::size_t k = 0; k < at.size(); ++k) {
+        FolderFile& f = (*read)[at[k]];
+        RenameSubject& s = from.subjects[k];
+        f.metadata = std::move(s.metadata);
+        f.originalName = std::move(s.originalName);
+        f.bodyTag = std::move(s.bodyTag);
+        f.captureDate = s.captureDate;
+        f.cameraModel = std::move(s.cameraModel);
+      }
+    };
+    take(shoot, fileOf);
+    take(notText, notTextFileOf);
     QMetaObject::invokeMethod(
         this,
         [this, generation, snapshot, read] {
@@ -600,6 +634,11 @@ void FolderModel::setDuplicates(DuplicatePolicy policy) {
 }
 
 void FolderModel::settingsChanged() {
+  if (!app_.bodies().bodies().tags.empty()) {
+    RuleStack rules = rules_;
+    if (NameBuilder::takeBodyIn(rules, app_.preferences().nameSeparator()))
+      setRules(std::move(rules));
+  }
   startMetadata();  // body tags and clock corrections come with the metadata
   schedulePreview();
 }

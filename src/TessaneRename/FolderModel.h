@@ -127,6 +127,11 @@ class FolderModel : public QObject {
   const std::optional<Toast>& toast() const { return toast_; }
   RenameHistory& history() { return app_.history(); }
   BodyTable& bodies() { return app_.bodies(); }
+  const CameraBodies& cameraBodies() const { return app_.bodies().bodies(); }
+  // A file's own shooting data. A twin's names come from its primary's values (which is what
+  // `metadata` holds for it); its own are read from the file the first time they are asked
+  // for, and kept until the files are read again.
+  const MetadataMap& ownMetadata(const FolderFile& file) const;
 
   // At start: the folders and the rules of the last session, when the user wants them back.
   void resumeSession();
@@ -253,6 +258,7 @@ class FolderModel : public QObject {
 
   std::optional<std::filesystem::path> folder_;
   std::shared_ptr<const std::vector<FolderFile>> files_;
+  mutable std::unordered_map<std::string, MetadataMap> ownMetadata_;  // twins', by path
   std::optional<std::string> errorMessage_;
   std::optional<RenamePreview> preview_;
   int previewBuildCount_ = 0;

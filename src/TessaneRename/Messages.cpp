@@ -121,6 +121,8 @@ std::string of(const NameError& e) {
     case NameError::Case::refused:
       return translated(QT_TRANSLATE_NOOP("Messages", "Can’t be renamed: %1"),
                         refusal(e.systemCode()));
+    case NameError::Case::spaceAtEdge:
+      return translated(QT_TRANSLATE_NOOP("Messages", "The name can’t start or end with a space"));
   }
   return {};
 }

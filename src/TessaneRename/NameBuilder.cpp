@@ -16,6 +16,28 @@ RuleAction::Format* topFormat(RuleStack& stack) {
 
 }  // namespace
 
+std::vector<FormatToken> NameBuilder::defaultPieces(bool bodiesTagged) {
+  if (bodiesTagged) {
+    return {FormatToken::variable("date"), FormatToken::variable("body"), FormatToken::counter()};
+  }
+  return {FormatToken::variable("date"), FormatToken::counter()};
+}
+
+NameBuilder NameBuilder::firstStart(bool bodiesTagged) {
+  NameBuilder builder;
+  builder.pieces = defaultPieces(bodiesTagged);
+  builder.usesNewName = true;
+  return builder;
+}
+
+bool NameBuilder::takeBodyIn(RuleStack& stack, std::string_view separator) {
+  RuleAction::Format* format = topFormat(stack);
+  if (format == nullptr || format->format.templateText != firstStart(false).templateText(separator))
+    return false;
+  format->format.templateText = firstStart(true).templateText(separator);
+  return true;
+}
+
 std::string NameBuilder::templateText(std::string_view separator) const {
   switch (way) {
     case Way::pieces:

@@ -25,12 +25,22 @@ struct NameBuilder {
   enum class Way { pieces, startFromOriginal, byHand };
 
   Way way = Way::pieces;
-  std::vector<FormatToken> pieces{FormatToken::variable("date"), FormatToken::variable("body"),
-                                  FormatToken::counter()};
+  std::vector<FormatToken> pieces = defaultPieces(false);
   std::string pattern;  // byHand
   bool usesNewName = true;
 
   std::string templateText(std::string_view separator) const;
+
+  // The pieces a name starts from: the date and the counter, with the body between them once a
+  // camera has a tag. An untagged camera has no {body}, so putting it in every name of a fresh
+  // install would only leave every row amber with "{body} is missing".
+  static std::vector<FormatToken> defaultPieces(bool bodiesTagged);
+  // The builder of a first start (or a start that doesn't resume the last rules): the default
+  // pieces with "Use the new name" on, so the list shows working new names at once.
+  static NameBuilder firstStart(bool bodiesTagged);
+  // A camera was tagged: a stack whose name is still the untagged default takes the body in.
+  // False when the stack's name is something else, which stays as the user made it.
+  static bool takeBodyIn(RuleStack& stack, std::string_view separator);
 
   // Moves a piece so that it ends up at `to` (clamped to the list); false when `from` is not a
   // piece or nothing moves.

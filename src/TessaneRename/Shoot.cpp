@@ -89,6 +89,43 @@ void handOut(Shoot& shoot, BatchResult& read, const std::vector<std::size_t>& re
   }
 }
 
+// A primary without a capture time (a RAW from a body newer than the reader) takes one from a
+// twin that has it, for its whole group: the shot keeps its place in the order and its date in
+// the names. Only such groups' twins are read, one after the other until one has a date.
+void datesFromTwins(Shoot& shoot, const std::vector<std::size_t>& source,
+                    const MetadataProvider& provider, const std::stop_token& stop) {
+  std::unordered_map<std::size_t, std::vector<std::size_t>> twinsOf;
+  for (std::size_t i = 0; i < source.size(); ++i) {
+    if (source[i] != i && !shoot.subjects[source[i]].metadata.find(MetadataKey::date)) {
+      twinsOf[source[i]].push_back(i);
+    }
+  }
+  for (auto& [primary, twins] : twinsOf) {
+    for (const std::size_t twin : twins) {
+      if (stop.stop_requested()) return;
+      const FileKind kind = fileKindOf(FileName::parse(shoot.subjects[twin].name).ext);
+      const MetadataMap own = provider.read(shoot.paths[twin], kind).values;
+      const MetadataValue* date = own.find(MetadataKey::date);
+      if (date == nullptr) continue;
+      // With the date, the camera it came from when the primary doesn't name one, so that the
+      // body's tag and clock correction apply to it as to the twin.
+      const bool bodyToo = !shoot.subjects[primary].metadata.find(MetadataKey::model);
+      std::vector<std::size_t> group = twins;
+      group.push_back(primary);
+      for (const std::size_t member : group) {
+        MetadataMap& values = shoot.subjects[member].metadata;
+        values.set(MetadataKey::date, *date);
+        values.setShotOffset(own.shotOffset());
+        if (!bodyToo) continue;
+        for (const MetadataKey key : {MetadataKey::make, MetadataKey::model, MetadataKey::serial}) {
+          if (const MetadataValue* v = own.find(key)) values.set(key, *v);
+        }
+      }
+      break;
+    }
+  }
+}
+
 }  // namespace
 
 bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
@@ -96,8 +133,8 @@ bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
   const std::size_t count = shoot.subjects.size();
   if (request.readMetadata && count > 0) {
     std::vector<std::size_t> readAt;
-    const std::vector<BatchFile> files =
-        filesToRead(shoot, metadataSources(shoot, request.twins), readAt);
+    const std::vector<std::size_t> source = metadataSources(shoot, request.twins);
+    const std::vector<BatchFile> files = filesToRead(shoot, source, readAt);
     std::unique_ptr<icu::TimeZone> systemZone;
     if (request.zone == nullptr) systemZone.reset(icu::TimeZone::createDefault());
     const MetadataProvider provider(request.zone ? *request.zone : *systemZone, nullptr,
@@ -110,6 +147,8 @@ bool readShootMetadata(Shoot& shoot, const ShootRequest& request,
     for (const std::string& problem : MetadataProvider::unavailableReaders())
       notices.push_back(ShootNotice{ShootNotice::Kind::readerUnavailable, {}, problem});
     handOut(shoot, read, readAt);
+    datesFromTwins(shoot, source, provider, request.stop);
+    if (request.stop.stop_requested()) return false;
   }
   for (std::size_t i = 0; i < count; ++i) {
     RenameSubject& s = shoot.subjects[i];

@@ -122,6 +122,22 @@ TEST_F(Provider, CaptureTimeFallsBackAndStaysStrict) {
             MetadataValue::date(utc(2024, 1, 15, 7, 0, 0)));
 }
 
+TEST_F(Provider, ACaptureTimeWithItsOwnOffsetIsReadAtThatOffset) {
+  const auto phone = jpeg("IMG_0001.JPG", {{"Exif.Photo.DateTimeOriginal", "2025:06:14 11:25:40"},
+                                           {"Exif.Photo.OffsetTimeOriginal", "+03:00"},
+                                           {"Exif.Photo.OffsetTime", "+01:00"}});
+  const FileMetadata m = provider.read(phone, FileKind::image);
+  EXPECT_EQ(*m.values.find(MetadataKey::date), MetadataValue::date(utc(2025, 6, 14, 8, 25, 40)));
+  EXPECT_EQ(m.values.shotOffset(), 3 * 3600);
+  EXPECT_EQ(m.shotUtcOffset, 3 * 3600);
+  // A blank or malformed offset says nothing: the naming zone reads the time.
+  const auto blank = jpeg("b.jpg", {{"Exif.Photo.DateTimeOriginal", "2025:06:14 11:25:40"},
+                                    {"Exif.Photo.OffsetTimeOriginal", "   :  "}});
+  const MetadataMap b = read(blank, FileKind::image);
+  EXPECT_EQ(*b.find(MetadataKey::date), MetadataValue::date(utc(2025, 6, 14, 9, 25, 40)));
+  EXPECT_EQ(b.shotOffset(), std::nullopt);
+}
+
 TEST_F(Provider, IsoFallsBackToIsoSpeedAndBylineToAuthor) {
   const auto p = jpeg(
       "d.jpg", {{"Exif.Photo.ISOSpeed", "12800"}, {"Iptc.Application2.Byline", "  Bo Berg\n"}});

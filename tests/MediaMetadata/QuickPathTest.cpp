@@ -191,6 +191,54 @@ TEST(QuickPath, SerialNumbersThatOnlyTheMakerNoteHolds) {
   }
 }
 
+// Files shaped like two cameras' own: a Canon EOS REBEL T3i's JPEG, whose maker note (camera
+// settings, image type, firmware, owner, model id) holds no serial number, which IFD0 holds; and
+// a Nikon D70s's, whose ISO speed is in its maker note alone.
+TEST(QuickPath, ValuesOnlyIfd0OrTheMakerNoteHold) {
+  testing::TempFolder dir;
+  const std::vector<std::tuple<std::string, std::string, std::string>> t3i = {
+      {"Exif.Image.Make", "Ascii", "Canon"},
+      {"Exif.Image.Model", "Ascii", "Canon EOS REBEL T3i"},
+      {"Exif.Image.Orientation", "Short", "1"},
+      {"Exif.Image.DateTime", "Ascii", "2016:11:25 20:16:03"},
+      {"Exif.Image.Artist", "Ascii", ""},
+      {"Exif.Image.Copyright", "Ascii", ""},
+      {"Exif.Image.CameraSerialNumber", "Ascii", "283074012345"},
+      {"Exif.Photo.BodySerialNumber", "Ascii", "0000000000"},  // a placeholder
+      {"Exif.Photo.ExposureTime", "Rational", "1/2000"},
+      {"Exif.Photo.FNumber", "Rational", "4/1"},
+      {"Exif.Photo.ISOSpeedRatings", "Short", "100"},
+      {"Exif.Photo.DateTimeOriginal", "Ascii", "2016:11:25 20:16:03"},
+      {"Exif.Photo.FocalLength", "Rational", "24/1"},
+      {"Exif.Photo.LensModel", "Ascii", "EF24-105mm f/4L IS USM"},
+      {"Exif.Photo.LensSerialNumber", "Ascii", "0000124920"},
+      {"Exif.CanonCs.Macro", "Short", "2"},
+      {"Exif.CanonCs.LensType", "Short", "237"},
+      {"Exif.CanonCs.Lens", "Short", "105 24 1"},
+      {"Exif.Canon.ImageType", "Ascii", "Canon EOS REBEL T3i"},
+      {"Exif.Canon.FirmwareVersion", "Ascii", "Firmware Version 1.0.2"},
+      {"Exif.Canon.OwnerName", "Ascii", ""},
+      {"Exif.Canon.ModelID", "Long", "2147484294"}};
+  const Reading canon = readBothWays(jpegWith(dir, t3i));
+  EXPECT_EQ(canon.quick, canon.exiv2);
+  EXPECT_EQ(textOf(canon.quick, MetadataKey::serial), "283074012345");
+
+  const std::vector<std::tuple<std::string, std::string, std::string>> d70s = {
+      {"Exif.Image.Make", "Ascii", "NIKON CORPORATION"},
+      {"Exif.Image.Model", "Ascii", "NIKON D70s"},
+      {"Exif.Photo.DateTimeOriginal", "Ascii", "2005:12:14 14:39:47"},
+      {"Exif.Photo.ExposureTime", "Rational", "1/250"},
+      {"Exif.Photo.LensModel", "Ascii", "AF Nikkor 50mm f/1.8D"},
+      {"Exif.Photo.BodySerialNumber", "Ascii", "1005a431"},
+      {"Exif.Nikon3.Version", "Undefined", "48 50 49 48"},
+      {"Exif.Nikon3.ISOSpeed", "Short", "0 200"},
+      {"Exif.Nikon3.Quality", "Ascii", "FINE"}};
+  const Reading nikon = readBothWays(jpegWith(dir, d70s));
+  EXPECT_EQ(nikon.quick, nikon.exiv2);
+  ASSERT_NE(nikon.quick.find(MetadataKey::iso), nullptr);
+  EXPECT_EQ(*nikon.quick.find(MetadataKey::iso), MetadataValue::integer(200));
+}
+
 // A JPEG under a RAW file's name (a camera's twin copied, a renamed file) is read the quick way
 // its contents allow: when EXIF has no pixel size, the maker note's size is read alone.
 TEST(QuickPath, JpegNamedAsRawReadsTheMakerNoteSizeAlone) {

@@ -36,6 +36,7 @@ TEST_F(Video, QuickTimeTagsTrackAndAnOffsetOfTheShotsOwn) {
   const MetadataMap& m = r.values;
   EXPECT_EQ(*m.find(MetadataKey::date), MetadataValue::date(utc(2024, 5, 1, 12, 3, 22)));
   EXPECT_EQ(r.shotUtcOffset, 7200);
+  EXPECT_EQ(m.shotOffset(), 7200) << "kept with the values, for the names";
   EXPECT_EQ(*m.find(MetadataKey::make), MetadataValue::text("Apple"));
   EXPECT_EQ(*m.find(MetadataKey::model), MetadataValue::text("iPhone 15 Pro"));
   EXPECT_EQ(*m.find(MetadataKey::title), MetadataValue::text("Harbour at dusk"));

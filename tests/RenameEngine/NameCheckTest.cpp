@@ -30,6 +30,13 @@ TEST(NameCheck, ForbiddenCharactersAnywhere) {
   EXPECT_FALSE(NameCheck::hasInvalidCharacters("2024-05-01 10.30 \xF0\x9F\x8C\x8A"));
 }
 
+TEST(NameCheck, WhiteSpaceAtEitherEndOfTheBase) {
+  EXPECT_EQ(NameCheck::problems("  001", "cr2"), Errors{NameError::spaceAtEdge()});
+  EXPECT_EQ(NameCheck::problems(" 020 ", "CR3"), Errors{NameError::spaceAtEdge()});
+  EXPECT_EQ(NameCheck::problems("a\xC2\xA0", "jpg"), Errors{NameError::spaceAtEdge()});  // NBSP
+  EXPECT_TRUE(NameCheck::problems("Rome 2024", "jpg").empty());
+}
+
 TEST(NameCheck, ProblemsComeInTheirFixedOrder) {
   EXPECT_EQ(NameCheck::problems(".a:b", ""),
             (Errors{NameError::startsWithDot(), NameError::invalidCharacters()}));

@@ -215,7 +215,7 @@ TEST(RuleStack, TemplateIssuesTravelWithTheName) {
   RuleStack stack;
   stack.rules.push_back(formatRule("{nope}_{frame:x}_{lens}_{date"));
   const RuleResult r = applyRuleStack(stack, subject("IMG_0042.JPG"), rome());
-  EXPECT_EQ(r.newName.fullName(), "_0042_unknown_{date.JPG");
+  EXPECT_EQ(r.newName.fullName(), "0042_unknown_{date.JPG") << "an unknown name takes its _";
   std::vector<OperationIssue> issues;
   for (const RuleIssue& i : r.issues)
     issues.push_back(i.issue);
@@ -223,6 +223,65 @@ TEST(RuleStack, TemplateIssuesTravelWithTheName) {
             (std::vector<OperationIssue>{
                 OperationIssue::unknownVariable("nope"), OperationIssue::invalidFormat("frame"),
                 OperationIssue::missingVariable("lens"), OperationIssue::invalidTemplate()}));
+}
+
+// A value a file lacks, with nothing put in its place, takes one separator with it; values lose
+// the characters a name can't hold; the name never begins or ends with white space.
+TEST(RuleStack, VanishedPiecesTakeTheirSeparatorAndValuesFitInAName) {
+  const NamingContext nothing = *NamingContext::inZone("Europe/Rome");
+  Counter three;
+  three.padding = 3;
+  auto named = [&](std::string templateText, const RenameSubject& file) {
+    RuleStack stack;
+    stack.rules.push_back(formatRule(std::move(templateText), three));
+    return applyRuleStack(stack, file, nothing).newName.fullName();
+  };
+  RenameSubject untagged = subject("IMG_0001.MP4", "/a", utc(2025, 6, 14, 10));
+  EXPECT_EQ(named("{date}_{body}_{counter}", untagged), "2025-06-14_001.MP4");
+  EXPECT_EQ(named("{body}_{date}_{counter}", untagged), "2025-06-14_001.MP4");
+  EXPECT_EQ(named("{date}_{counter}_{body}", untagged), "2025-06-14_001.MP4");
+  EXPECT_EQ(named("{date} - {body} - {lens} - {counter}", untagged), "2025-06-14 - 001.MP4");
+  EXPECT_EQ(named("IMG_{body}_x", untagged), "IMG_x.MP4");
+  EXPECT_EQ(named("{body}{counter}", untagged), "001.MP4");
+  EXPECT_EQ(named("a__{counter}", untagged), "a__001.MP4") << "the user's own text stays";
+  RenameSubject undated = subject("IMG_0020.CR3");
+  EXPECT_EQ(named("{date} {body} {counter}", undated), "001.CR3");
+  EXPECT_EQ(named("{date} {body} {frame}{lens} ", undated), "0020.CR3");
+  EXPECT_EQ(named("  {counter}", undated), "001.CR3");
+  RenameSubject missingEverything = subject("x.cr2");
+  EXPECT_EQ(named("{date}_{body}", missingEverything), ".cr2")
+      << "nothing left: the name check says it is empty";
+
+  // "/" and ":" in a value become "-", with no issue; a control character goes.
+  RenameSubject nikon = subject("DSC_0001.NEF", "/a", utc(2025, 6, 14, 10, 5));
+  nikon.metadata.set(MetadataKey::lens, MetadataValue::text("AF Nikkor 50mm f/1.8D"));
+  nikon.metadata.set(MetadataKey::model, MetadataValue::text("D70s\t:x"));
+  RuleStack stack;
+  stack.rules.push_back(formatRule("{lens}_{model}_{date:HH:mm}"));
+  const RuleResult r = applyRuleStack(stack, nikon, nothing);
+  EXPECT_EQ(r.newName.fullName(), "AF Nikkor 50mm f-1.8D_D70s-x_12-05.NEF");
+  EXPECT_TRUE(r.issues.empty());
+}
+
+// A file that says its UTC offset is named in its own local time; the naming zone serves the
+// files that don't say. A phone's video (11:25:40+03:00) and its photo (11:25:40 in a camera
+// without an offset, named in Istanbul) get the same time, and the same day for the counter.
+TEST(RuleStack, DatesAreTheShotsOwnClockWhereTheFileSaysIt) {
+  const NamingContext rome = *NamingContext::inZone("Europe/Rome");
+  Counter daily;
+  daily.reset = CounterReset::perDay;
+  RuleStack stack;
+  stack.rules.push_back(formatRule("{date:yyyy-MM-dd_HH-mm-ss}_{counter}", daily));
+  RenameSubject video = subject("IMG_0002.MOV", "/a", utc(2025, 6, 14, 8, 25));
+  video.metadata.setShotOffset(3 * 3600);
+  RenameSubject photo = subject("IMG_0001.JPG", "/a", utc(2025, 6, 14, 9, 25));  // 11:25 Rome
+  RenameSubject lateVideo = subject("IMG_0003.MOV", "/a", utc(2025, 6, 14, 22, 30));
+  lateVideo.metadata.setShotOffset(3 * 3600);  // 01:30 on the 15th, where it was shot
+  RenameSubject nextDay = subject("IMG_0004.JPG", "/a", utc(2025, 6, 15, 7, 0));
+  EXPECT_EQ(
+      namesOf(applyRuleStack(stack, {video, photo, lateVideo, nextDay}, rome)),
+      (std::vector<std::string>{"2025-06-14_11-25-00_0001.MOV", "2025-06-14_11-25-00_0002.JPG",
+                                "2025-06-15_01-30-00_0001.MOV", "2025-06-15_09-00-00_0002.JPG"}));
 }
 
 TEST(RuleStackJson, HandWrittenStackDecodesAndEveryStackRoundTrips) {

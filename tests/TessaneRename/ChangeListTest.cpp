@@ -93,7 +93,7 @@ TEST(PieceCatalogueTest, EveryVariableButTheExtensionIsOfferedOnce) {
 }
 
 TEST(NameBuilderTest, PiecesMoveAndFollowTheSeparator) {
-  NameBuilder builder;  // date, body, counter
+  NameBuilder builder = NameBuilder::firstStart(true);  // date, body, counter
   EXPECT_TRUE(builder.movePiece(2, 0));
   EXPECT_EQ(builder.templateText("_"), "{counter}_{date}_{body}");
   EXPECT_TRUE(builder.movePiece(0, 9));

@@ -149,7 +149,7 @@ TEST(NameBuilderTest, TheThreeWaysMakeTheTopFormatRule) {
   changesOnly.rules.push_back(operationRule(op::RemoveEmoji{}));
   const NameBuilder off = NameBuilder::of(changesOnly, "_");
   EXPECT_FALSE(off.usesNewName);
-  EXPECT_EQ(off.templateText("_"), "{date}_{body}_{counter}");
+  EXPECT_EQ(off.templateText("_"), "{date}_{counter}");
 }
 
 }  // namespace

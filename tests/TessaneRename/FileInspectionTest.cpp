@@ -127,6 +127,9 @@ TEST(ReadableDiff, StraySameCharactersBetweenChangesCountAsChanged) {
 
 TEST_F(Inspection, ShootingDataReadsAsPhotographersWriteIt) {
   photo("a.jpg", "X-T5", "A-1", "2024:05:01 12:00:00");
+  const fs::path phone = photos_.file("phone.jpg", testing::tinyJpeg(60, 40));
+  testing::writeMetadata(phone, {{"Exif.Photo.DateTimeOriginal", "2025:06:14 11:25:40"},
+                                 {"Exif.Photo.OffsetTimeOriginal", "+03:00"}});
   open({});
   std::map<QString, QString> fields;
   for (const FileInspection::Field& f : FileInspection::of(*model_, file("a.jpg")).fields) {
@@ -136,8 +139,70 @@ TEST_F(Inspection, ShootingDataReadsAsPhotographersWriteIt) {
   EXPECT_EQ(fields[displayLabel(MetadataKey::aperture)], "f/2.8");
   EXPECT_EQ(fields[displayLabel(MetadataKey::model)], "X-T5");
   EXPECT_EQ(fields[displayLabel(MetadataKey::date)], "2024-05-01 12:00:00");
+
+  // A time that says its offset shows on its own clock, in the panel and in the list alike.
+  fields.clear();
+  for (const FileInspection::Field& f : FileInspection::of(*model_, file("phone.jpg")).fields)
+    fields[f.label] = f.value;
+  EXPECT_EQ(fields[displayLabel(MetadataKey::date)], "2025-06-14 11:25:40");
+  EXPECT_TRUE(shotTimeText(*file("phone.jpg").captureDate, 3 * 3600).contains("25:40"))
+      << "with its seconds";
   EXPECT_EQ(displayText(MetadataKey::duration, MetadataValue::number(3725)), "1:02:05");
   EXPECT_EQ(displayText(MetadataKey::shutter, MetadataValue::number(2)), "2 s");
+}
+
+// A twin takes its primary's name but shows its own camera and time; a RAW that can't be read
+// takes its capture time from a twin, so the shot keeps its place in the order.
+TEST_F(Inspection, TwinsShowTheirOwnDataAndLendADateToAnUnreadableRaw) {
+  photo("IMG_1.DNG", "X-T5", "A-1", "2024:05:01 10:00:00");  // a JPEG inside: read all the same
+  photo("IMG_1.JPG", "iPhone 15 Pro", "", "2024:05:01 10:00:05");
+  photos_.file("IMG_2.CR3", "a body newer than the reader");
+  photo("IMG_2.JPG", "X-T5", "A-1", "2024:05:01 11:00:00");
+  photo("a.jpg", "X-T5", "A-1", "2024:05:01 12:00:00");
+  RuleStack stack;
+  stack.rules.push_back(formatRule("{date:HH-mm}_{counter:1}"));
+  open(stack);
+  const FileInspection twin = FileInspection::of(*model_, file("IMG_1.JPG"));
+  EXPECT_EQ(twin.follows, QString("IMG_1.DNG"));
+  std::map<QString, QString> fields;
+  for (const FileInspection::Field& f : twin.fields)
+    fields[f.label] = f.value;
+  EXPECT_EQ(fields[displayLabel(MetadataKey::model)], "iPhone 15 Pro");
+  EXPECT_EQ(fields[displayLabel(MetadataKey::date)], "2024-05-01 10:00:05");
+  EXPECT_EQ(*twin.newName, "10-00_1.JPG") << "the primary's name all the same";
+
+  ASSERT_TRUE(waitFor([&] {
+    const PlannedRename* row = model_->previewRow(file("a.jpg").url);
+    return row != nullptr && row->newName.fullName() == "12-00_3.jpg";
+  })) << "the unreadable RAW's shot comes second, at 11:00";
+  EXPECT_EQ(model_->previewRow(file("IMG_2.CR3").url)->newName.fullName(), "11-00_2.CR3");
+}
+
+// A file whose name is not UTF-8 is left alone, says why, and still shows its data.
+TEST_F(Inspection, ANameThatIsNotTextIsLeftAloneWithItsDataShown) {
+  photo("caf\xE9.jpg", "X-T5", "A-1", "2024:05:01 10:00:00");
+  photo("b.jpg", "X-T5", "A-1", "2024:05:01 11:00:00");
+  open({});
+  const FolderFile* notText = nullptr;
+  for (const FolderFile& f : model_->files())
+    if (!f.nameIsText) notText = &f;
+  ASSERT_NE(notText, nullptr);
+  ASSERT_TRUE(waitFor([&] {
+    for (const FolderFile& f : model_->files())
+      if (!f.nameIsText && !f.metadata.empty()) return true;
+    return false;
+  }));
+  for (const FolderFile& f : model_->files())
+    if (!f.nameIsText) notText = &f;
+  const FileInspection in = FileInspection::of(*model_, *notText);
+  EXPECT_TRUE(in.leftAlone);
+  EXPECT_FALSE(in.newName.has_value());
+  ASSERT_EQ(in.warnings.size(), 1);
+  EXPECT_TRUE(in.warnings.front().contains("UTF-8"));
+  bool model = false;
+  for (const FileInspection::Field& f : in.fields)
+    model = model || (f.label == displayLabel(MetadataKey::model) && f.value == "X-T5");
+  EXPECT_TRUE(model) << "its shooting data, read like any other file's";
 }
 
 TEST_F(Inspection, ClockSyncStoresTheOffsetAndCorrectsTheTimes) {

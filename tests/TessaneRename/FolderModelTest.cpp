@@ -217,6 +217,30 @@ TEST_F(Model, TheLastSessionComesBackWhenWanted) {
   model_ = std::make_unique<FolderModel>(*app_);
   model_->resumeSession();
   EXPECT_TRUE(model_->folders().empty());
+
+  // A start without rules to resume names files at once: the date and the counter, on, with
+  // the body only once a camera has a tag.
+  auto topTemplate = [&]() -> std::string {
+    const RuleStack& rules = model_->rules();
+    if (rules.rules.empty() || !rules.rules.front().isEnabled) return "off";
+    const auto* format = std::get_if<RuleAction::Format>(&rules.rules.front().action.value);
+    return format ? format->format.templateText : "no format rule";
+  };
+  EXPECT_EQ(topTemplate(), "{date}_{counter}");
+  model_->open({photos_.path()});
+  ASSERT_TRUE(settled());
+  EXPECT_EQ(model_->previewRow(model_->files().front().url)->newName.fullName(), "0001.jpg");
+  app_->bodies().setTag("NIKON D70s", "N");
+  model_->settingsChanged();
+  EXPECT_EQ(topTemplate(), "{date}_{body}_{counter}");
+  model_ = std::make_unique<FolderModel>(*app_);
+  model_->resumeSession();
+  EXPECT_EQ(topTemplate(), "{date}_{body}_{counter}");
+  app_->preferences().setResumesSession(true);
+  model_->setRules(RuleStack{});  // saved as the last session's rules
+  model_ = std::make_unique<FolderModel>(*app_);
+  model_->resumeSession();
+  EXPECT_EQ(topTemplate(), "{date}_{body}_{counter}") << "no rules are no session to resume";
 }
 
 TEST_F(Model, RestoreOriginalNames) {

@@ -10,6 +10,7 @@
 #include <QStyle>
 
 #include "RenameEngine/Unicode.h"
+#include "TessaneRename/FileInspection.h"
 #include "TessaneRename/Messages.h"
 #include "TessaneRename/Windows/ThumbnailCache.h"
 
@@ -164,14 +165,11 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
           return row != nullptr ? text(row->newName.fullName()) : QString();
         case date:
           if (!file->captureDate) return {};
-          return QLocale().toString(
-              QDateTime::fromMSecsSinceEpoch(std::chrono::duration_cast<std::chrono::milliseconds>(
-                                                 file->captureDate->time_since_epoch())
-                                                 .count()),
-              QLocale::ShortFormat);
+          return shotTimeText(*file->captureDate, file->metadata.shotOffset());
         case body:
           return file->bodyTag ? text(*file->bodyTag) : QString();
         case status:
+          if (!file->nameIsText) return tr("Left alone: the name isn’t UTF-8");
           if (outside) return tr("Not ticked: left as it is");
           return statusText(row, model_.previewMissingText());
         case folder:

@@ -194,6 +194,8 @@ void InspectorPanel::showNames(const FileInspection& in) {
     row(tr("New"), piecesHtml(in.diff.newPieces, highlight, false));
   } else if (in.newName) {
     row(tr("New"), tr("unchanged"));
+  } else if (in.leftAlone) {
+    row(tr("New"), tr("none: the file is left alone"));
   } else {
     row(tr("New"), tr("being worked out…"));
   }

@@ -240,7 +240,7 @@ void NameBuilderPanel::setWritesByHand(bool on) {
   }
   if (builder_.way == NameBuilder::Way::byHand) {
     builder_.way = NameBuilder::Way::pieces;
-    builder_.pieces = NameBuilder{}.pieces;
+    builder_.pieces = NameBuilder::defaultPieces(!app_.bodies().bodies().tags.empty());
   }
   apply();
 }
