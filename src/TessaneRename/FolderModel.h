@@ -163,6 +163,18 @@ class FolderModel : public QObject {
   void setDuplicates(DuplicatePolicy policy);
   void settingsChanged();  // preferences or the body table changed
 
+  // The batches. Each refuses with a message in `errorMessage` and moves nothing:
+  //   rename: no preview, or a batch under way: "There’s nothing to rename."; the shooting data
+  //     still being read: "The shooting data is still being read: …"; a row with an error: "Fix
+  //     the errors before renaming."; no file in the scope whose name changes: "There’s nothing
+  //     to rename." Otherwise the scope's moves run; the outcome is a toast, or the safe renamer's
+  //     refusal as a message ("Couldn’t rename “x”: the disk is full. Nothing was changed.").
+  //   undo: a batch under way, or nothing left to go back from: "There’s nothing to undo."
+  //   revert: an unknown entry, or one already gone back from, says so; a folder of the entry
+  //     (or of a later entry in its way) not in the list: "Add the folder to the list to go back."
+  //   restoreOriginalNames: a batch under way: "There’s nothing to rename."; no file in the scope
+  //     with a remembered name other than its own: "These files already have their original
+  //     names." The names are read from the files when it is asked (after a listing under way).
   void rename();
   // Goes back from the newest batch, not gone back from, whose folders are all in the list.
   void undo();
