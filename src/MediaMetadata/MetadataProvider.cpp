@@ -79,7 +79,7 @@ FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind 
       break;
     case FileKind::sidecar:
       // An XMP file's own fields are its values, whether or not a photo of its name is there.
-      if (scope_.sidecars) SidecarReader::read(file, result.values);
+      if (scope_.sidecars) SidecarReader::read(file, result.values, timeZone_.get());
       break;
     case FileKind::other:
       break;
@@ -90,10 +90,12 @@ FileMetadata MetadataProvider::read(const std::filesystem::path& file, FileKind 
   } else {
     result.shotUtcOffset = result.values.shotOffset();
   }
-  if (scope_.fileDates) FileDates::read(file, result.values);
   if (scope_.sidecars && kind != FileKind::sidecar) {
-    if (const auto sidecar = sidecars_->sidecar(file)) SidecarReader::read(*sidecar, result.values);
+    if (const auto sidecar = sidecars_->sidecar(file))
+      SidecarReader::read(*sidecar, result.values, timeZone_.get());
   }
+  if (!result.shotUtcOffset) result.shotUtcOffset = result.values.shotOffset();
+  if (scope_.fileDates) FileDates::read(file, result.values);
   return result;
 }
 

@@ -11,6 +11,7 @@
 
 #include "MetadataText.h"
 #include "RenameIO/RegularFile.h"
+#include "TimeParsing.h"
 
 namespace tessane::SidecarReader {
 namespace {
@@ -42,6 +43,19 @@ bool readAll(const std::filesystem::path& path, std::string& out) {
   return true;
 }
 
+void readCaptureDate(const Exiv2::XmpData& xmp, const icu::TimeZone& zone, MetadataMap& out) {
+  for (const char* key :
+       {"Xmp.exif.DateTimeOriginal", "Xmp.photoshop.DateCreated", "Xmp.xmp.CreateDate"}) {
+    const auto it = xmp.findKey(Exiv2::XmpKey(key));
+    if (it == xmp.end()) continue;
+    if (const auto when = TimeParsing::isoDate(it->value().toString(), zone)) {
+      out.set(MetadataKey::date, MetadataValue::date(when->date));
+      out.setShotOffset(when->offsetSeconds);
+      return;
+    }
+  }
+}
+
 }  // namespace
 
 void readXmp(const Exiv2::XmpData& xmp, MetadataMap& out) {
@@ -63,21 +77,22 @@ void readXmp(const Exiv2::XmpData& xmp, MetadataMap& out) {
   }
 }
 
-void readPacket(std::string_view packet, MetadataMap& out) {
+void readPacket(std::string_view packet, MetadataMap& out, const icu::TimeZone* zone) {
   if (packet.empty()) return;
   try {
     Exiv2::XmpData xmp;
     if (Exiv2::XmpParser::decode(xmp, std::string(packet)) != 0) return;
     readXmp(xmp, out);
+    if (zone != nullptr && out.find(MetadataKey::date) == nullptr) readCaptureDate(xmp, *zone, out);
   } catch (...) {
     // A broken packet adds nothing.
   }
 }
 
-void read(const std::filesystem::path& sidecar, MetadataMap& out) {
+void read(const std::filesystem::path& sidecar, MetadataMap& out, const icu::TimeZone* zone) {
   std::string packet;
   if (!readAll(sidecar, packet)) return;
-  readPacket(packet, out);
+  readPacket(packet, out, zone);
 }
 
 }  // namespace tessane::SidecarReader

@@ -166,7 +166,8 @@ TEST_F(Provider, TheSidecarIsReadLastAndItsEmptyValuesAreSkipped) {
   <rdf:Description rdf:about=""
     xmlns:photoshop="http://ns.adobe.com/photoshop/1.0/"
     xmlns:Iptc4xmpCore="http://iptc.org/std/Iptc4xmpCore/1.0/xmlns/"
-    xmlns:dc="http://purl.org/dc/elements/1.1/"
+    xmlns:dc="http://purl.org/dc/elements/1.1/" xmlns:exif="http://ns.adobe.com/exif/1.0/"
+    exif:DateTimeOriginal="2025-06-14T11:25:40+03:00"
     photoshop:City="  Venezia
  " photoshop:Headline="   " Iptc4xmpCore:Location="Rialto">
    <dc:title><rdf:Alt><rdf:li xml:lang="it">Ponte</rdf:li><rdf:li xml:lang="x-default">Bridge</rdf:li></rdf:Alt></dc:title>
@@ -180,6 +181,10 @@ TEST_F(Provider, TheSidecarIsReadLastAndItsEmptyValuesAreSkipped) {
   EXPECT_EQ(textOf(m, MetadataKey::location), "Rialto");
   EXPECT_EQ(textOf(m, MetadataKey::title), "Bridge");
   EXPECT_EQ(textOf(m, MetadataKey::author), "Ada Rossi");
+  // A photo without a capture time of its own takes the sidecar's, on the clock it names.
+  ASSERT_NE(m.find(MetadataKey::date), nullptr);
+  EXPECT_EQ(*m.find(MetadataKey::date), MetadataValue::date(utc(2025, 6, 14, 8, 25, 40)));
+  EXPECT_EQ(m.shotOffset(), 3 * 3600);
 }
 
 TEST_F(Provider, AnXmpFileReadsItsOwnFields) {
