@@ -11,7 +11,6 @@
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QSettings>
 #include <QTimer>
 
 #include <unistd.h>
@@ -22,8 +21,10 @@
 #include <sstream>
 
 #include "MediaMetadata/Fixtures.h"
+#include "Rules.h"
 #include "TempFolder.h"
 #include "TessaneRename/FolderModel.h"
+#include "TessaneRename/TestApplication.h"
 
 namespace {
 
@@ -71,25 +72,30 @@ const fs::path& shoot() {
   return folder.path();
 }
 
+// The event loop the model publishes through, and the settings and data in `home`.
+std::unique_ptr<AppContext> contextIn(const fs::path& home) {
+  testing::coreApplication();
+  return testing::contextIn(home);
+}
+
+// A window's model in a home of its own, naming with `templateText`.
+struct ModelInHome {
+  explicit ModelInHome(const std::string& templateText)
+      : context(contextIn(home.path())), model(*context) {
+    RuleStack stack;
+    stack.rules.push_back(testing::formatRule(templateText));
+    model.setRules(stack);
+  }
+  testing::TempFolder home;
+  std::unique_ptr<AppContext> context;
+  FolderModel model;
+};
+
 void BM_OpenReadPreview(benchmark::State& state) {
-  static int argc = 1;
-  static char name[] = "FolderModelBench";
-  static char* argv[] = {name, nullptr};
-  static QCoreApplication app(argc, argv);
   const fs::path root = shoot();
   for (auto _ : state) {
-    testing::TempFolder home;
-    AppContext context(
-        std::make_unique<QSettings>(QString::fromStdString((home.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home.path() / "data");
-    FolderModel model(context);
-    Counter counter;
-    Rule rule;
-    rule.action.value = RuleAction::Format{NameFormat{"{date:yyyy-MM-dd_HHmmss}_{model}", counter}};
-    RuleStack stack;
-    stack.rules.push_back(rule);
-    model.setRules(stack);
+    ModelInHome in("{date:yyyy-MM-dd_HHmmss}_{model}");
+    FolderModel& model = in.model;
 
     QElapsedTimer clock;
     qint64 last = 0, longest = 0;
@@ -128,23 +134,10 @@ double residentMegabytes() {
 }
 
 void BM_RenameUndoCycles(benchmark::State& state) {
-  static int argc = 1;
-  static char name[] = "FolderModelBench";
-  static char* argv[] = {name, nullptr};
-  static QCoreApplication app(argc, argv);
   const fs::path root = shoot();
   for (auto _ : state) {
-    testing::TempFolder home;
-    AppContext context(
-        std::make_unique<QSettings>(QString::fromStdString((home.path() / "t.conf").string()),
-                                    QSettings::IniFormat),
-        home.path() / "data");
-    FolderModel model(context);
-    Rule rule;
-    rule.action.value = RuleAction::Format{NameFormat{"{date:yyyy-MM-dd_HHmmss}_{counter}", {}}};
-    RuleStack stack;
-    stack.rules.push_back(rule);
-    model.setRules(stack);
+    ModelInHome in("{date:yyyy-MM-dd_HHmmss}_{counter}");
+    FolderModel& model = in.model;
     const auto settle = [&] {
       while (!model.isSettled())
         QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 5);
