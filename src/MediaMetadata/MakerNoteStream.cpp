@@ -84,9 +84,10 @@ struct MakerNoteLayout {
   std::string_view signature;  // how the maker note starts
   enum class Ifd { atStart, afterSignature, ownTiffHeaderAt10, littleEndianOffsetAt8 } ifd;
   std::array<std::uint16_t, 8> keep;  // zeros are unused slots
-  // Kept entries that Exiv2 only consults, and names nothing from: a maker note that holds none
-  // of the other kept entries gives no lens, serial number or size.
-  std::array<std::uint16_t, 2> context = {};
+  // Kept entries that Exiv2 only consults, or that the quick reading takes itself (Nikon's ISO
+  // speed), and names nothing from: a maker note that holds none of the other kept entries gives
+  // no lens, serial number or size.
+  std::array<std::uint16_t, 3> context = {};
 };
 constexpr MakerNoteLayout kThinned[] = {
     // CameraSettings (lens type, focal range, apertures), FocalLength, SerialNumber, ModelID,
@@ -102,7 +103,7 @@ constexpr MakerNoteLayout kThinned[] = {
      std::string_view("Nikon\0\x02", 7),
      MakerNoteLayout::Ifd::ownTiffHeaderAt10,
      {0x0001, 0x001d, 0x00a7, 0x0083, 0x0084, 0x0098, 0x00a0, 0x0002},
-     {0x0001, 0x00a7}},
+     {0x0001, 0x00a7, 0x0002}},
     // InternalSerialNumber, ImageWidth, ImageHeight, LensType, LensSerialNumber.
     {"Panasonic",
      std::string_view("Panasonic\0\0\0", 12),

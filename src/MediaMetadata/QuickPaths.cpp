@@ -111,7 +111,7 @@ bool takeMakerFields(const std::vector<std::uint8_t>& stream, ImageFields& f) {
     ImageFields maker = ExifPick::pick(decodeExif(stream));
     f.makerLens = std::move(maker.makerLens);
     f.makerSerial = std::move(maker.makerSerial);
-    f.makerIso = maker.makerIso;
+    if (maker.makerIso) f.makerIso = maker.makerIso;
     f.makerWidth = maker.makerWidth;
     f.makerHeight = maker.makerHeight;
     f.makerNote = false;

@@ -1,6 +1,8 @@
 #include "TiffReader.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -85,6 +87,24 @@ bool makerKeepsSerial(const std::optional<ExifEntry>& make) {
   return false;
 }
 
+// Nikon's maker notes of the "Nikon\0" version 2 layout carry a TIFF stream of their own, whose
+// first IFD holds the ISO speed (tag 2: two SHORTs, the speed second), which older bodies write
+// nowhere else. Nothing for another layout or a note that doesn't hold together: Exiv2 decides.
+std::optional<ExifEntry> nikonIso(const Tiff& t, const Entry& note) {
+  static constexpr std::uint8_t kHeader[] = {'N', 'i', 'k', 'o', 'n', 0, 2};
+  try {
+    const Bytes b = valueBytes(t, note);
+    if (b.size() < 18 || !std::equal(std::begin(kHeader), std::end(kHeader), b.begin()))
+      return std::nullopt;
+    const Tiff inner(b.subspan(10));
+    for (const Entry& e : readIfd(inner, inner.u32(4))) {
+      if (e.tag == 0x0002 && e.count > 0) return asIntegers(inner, e);
+    }
+  } catch (const GiveUp&) {
+  }
+  return std::nullopt;
+}
+
 void readExifIfd(const Tiff& t, std::uint32_t offset, ImageFields& f, bool& makerNote) {
   for (const Entry& e : readIfd(t, offset)) {
     if (e.count == 0) continue;
@@ -142,6 +162,7 @@ void readExifIfd(const Tiff& t, std::uint32_t offset, ImageFields& f, bool& make
         break;
       case 0x927c:
         makerNote = true;
+        if (!f.makerIso) f.makerIso = nikonIso(t, e);
         break;
       default:
         break;
@@ -245,9 +266,11 @@ bool makerNoteCouldAdd(const ImageFields& f) {
   const bool serialKnown = ImageFieldsMapping::serialNumber(f.bodySerial).has_value() ||
                            ImageFieldsMapping::serialNumber(f.cameraSerial).has_value();
   // Older Nikon bodies write the ISO speed in the maker note alone.
-  const bool nikonIso =
-      !f.isoRatings && !f.isoSpeed && f.make && f.make->text.rfind("NIKON", 0) == 0;
-  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make)) || nikonIso;
+  // Older Nikon bodies write the ISO speed in the maker note alone, where the reading above finds
+  // it in the common layout.
+  const bool isoInNote =
+      !f.isoRatings && !f.isoSpeed && !f.makerIso && f.make && f.make->text.rfind("NIKON", 0) == 0;
+  return !lensKnown || (!serialKnown && makerKeepsSerial(f.make)) || isoInNote;
 }
 
 bool readTiff(Bytes stream, TiffStart start, bool tiffIptcMatters, ImageFields& fields,

@@ -234,6 +234,7 @@ TEST(QuickPath, ValuesOnlyIfd0OrTheMakerNoteHold) {
       {"Exif.Nikon3.ISOSpeed", "Short", "0 200"},
       {"Exif.Nikon3.Quality", "Ascii", "FINE"}};
   const Reading nikon = readBothWays(jpegWith(dir, d70s));
+  EXPECT_EQ(nikon.path, ImageReader::Path::quickJpeg) << "the ISO speed is read without Exiv2";
   EXPECT_EQ(nikon.quick, nikon.exiv2);
   ASSERT_NE(nikon.quick.find(MetadataKey::iso), nullptr);
   EXPECT_EQ(*nikon.quick.find(MetadataKey::iso), MetadataValue::integer(200));
