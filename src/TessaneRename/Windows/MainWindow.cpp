@@ -27,6 +27,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 #include "TessaneRename/AppContext.h"
 #include "TessaneRename/AppUpdater.h"
 #include "TessaneRename/DesktopServices.h"
@@ -255,8 +257,11 @@ void MainWindow::makeFileTable() {
   header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   header->setSectionResizeMode(QHeaderView::Interactive);
   header->setStretchLastSection(true);  // the status, whose messages are the longest
-  header->resizeSection(FileListModel::currentName, 160);
-  header->resizeSection(FileListModel::newName, 220);
+  // A renamed file's name ("2024-06-14_0001.JPG") is read whole beside its tick and thumbnail.
+  const int nameWidth =
+      header->fontMetrics().horizontalAdvance(QStringLiteral("0000-00-00_0000_00.JPEG")) + 72;
+  header->resizeSection(FileListModel::currentName, nameWidth);
+  header->resizeSection(FileListModel::newName, std::max(220, nameWidth));
   header->resizeSection(
       FileListModel::date,
       header->fontMetrics().horizontalAdvance(QStringLiteral("00 May 0000 00:00:00")) + 16);
