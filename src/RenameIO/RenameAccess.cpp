@@ -40,4 +40,9 @@ std::unordered_map<std::string, int> ofFiles(const std::filesystem::path& folder
   return refused;
 }
 
+void describe(const std::filesystem::path& folder, FolderContents& contents) {
+  contents.refusal = ofFolder(folder);
+  if (contents.refusal == 0) contents.refusedFiles = ofFiles(folder, contents.files);
+}
+
 }  // namespace tessane::RenameAccess

@@ -8,6 +8,8 @@
 //     their errno: EPERM for a file marked immutable or append-only, or a file in a sticky folder
 //     (as /tmp) that belongs to another user. One statx per file, no open.
 //
+//   describe: both, into what the preview knows of the folder (its `files` already listed).
+//
 // A question the system can't answer counts as allowed: the batch's own checks still stand.
 // Stateless and reentrant.
 #pragma once
@@ -17,10 +19,13 @@
 #include <string>
 #include <unordered_map>
 
+#include "RenameEngine/RenamePreview.h"
+
 namespace tessane::RenameAccess {
 
 int ofFolder(const std::filesystem::path& folder);
 std::unordered_map<std::string, int> ofFiles(const std::filesystem::path& folder,
                                              std::span<const std::string> names);
+void describe(const std::filesystem::path& folder, FolderContents& contents);
 
 }  // namespace tessane::RenameAccess

@@ -339,9 +339,7 @@ void FolderModel::listFolders(bool again) {
         parsed.push_back(file.name);
         one.files.push_back(std::move(file));
       }
-      one.contents.refusal = RenameAccess::ofFolder(folder);
-      if (one.contents.refusal == 0)
-        one.contents.refusedFiles = RenameAccess::ofFiles(folder, one.contents.files);
+      RenameAccess::describe(folder, one.contents);
       std::vector<std::size_t> order(one.files.size());
       for (std::size_t i = 0; i < order.size(); ++i)
         order[i] = i;
@@ -662,21 +660,43 @@ void FolderModel::tickWholeShots() {
   setTicked(std::vector<fs::path>(checked_.begin(), checked_.end()), true);
 }
 
-// The files with the other files of their shots, each once.
-std::vector<fs::path> FolderModel::withTwins(const std::vector<fs::path>& files) const {
-  // The shots of more than one file, by their primary's path.
-  std::unordered_map<std::string, std::vector<const FolderFile*>> shots;
-  for (const FolderFile& f : *files_) {
+namespace {
+
+bool filtersNothing(const ListFilter& f) {
+  return f.kinds.empty() && f.bodyTags.empty() && f.statuses.empty() && f.search.empty();
+}
+
+// The shots of more than one file: the places in `files` of each one's files, by the path of the
+// file whose name they follow.
+using Shots = std::unordered_map<std::string, std::vector<std::size_t>>;
+Shots shotsOf(const std::vector<FolderFile>& files) {
+  Shots shots;
+  for (const FolderFile& f : files) {
     if (f.primaryURL != f.url) shots.try_emplace(f.primaryURL.native());
   }
-  std::unordered_map<std::string, const std::string*> shotOf;
-  if (!shots.empty()) {
-    for (const FolderFile& f : *files_) {
-      const auto shot = shots.find(f.primaryURL.native());
-      if (shot == shots.end()) continue;
-      shot->second.push_back(&f);
-      shotOf.emplace(f.url.native(), &shot->first);
-    }
+  if (shots.empty()) return shots;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const auto shot = shots.find(files[i].primaryURL.native());
+    if (shot != shots.end()) shot->second.push_back(i);
+  }
+  return shots;
+}
+
+PreviewStatus statusOf(const PlannedRename& row) {
+  if (!row.errors.empty()) return PreviewStatus::error;
+  if (!row.warnings.empty()) return PreviewStatus::warning;
+  return row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
+}
+
+}  // namespace
+
+// The files with the other files of their shots, each once.
+std::vector<fs::path> FolderModel::withTwins(const std::vector<fs::path>& files) const {
+  const Shots shots = shotsOf(*files_);
+  std::unordered_map<std::string, const std::vector<std::size_t>*> shotOf;
+  for (const auto& [primary, members] : shots) {
+    for (std::size_t m : members)
+      shotOf.emplace((*files_)[m].url.native(), &members);
   }
   std::vector<fs::path> out;
   std::set<std::string> seen;
@@ -686,8 +706,8 @@ std::vector<fs::path> FolderModel::withTwins(const std::vector<fs::path>& files)
       if (seen.insert(given.native()).second) out.push_back(given);
       continue;
     }
-    for (const FolderFile* member : shots.at(*shot->second)) {
-      if (seen.insert(member->url.native()).second) out.push_back(member->url);
+    for (std::size_t m : *shot->second) {
+      if (seen.insert((*files_)[m].url.native()).second) out.push_back((*files_)[m].url);
     }
   }
   return out;
@@ -764,20 +784,6 @@ std::vector<const FolderFile*> FolderModel::visibleFiles(const ListFilter& filte
   return out;
 }
 
-namespace {
-
-bool filtersNothing(const ListFilter& f) {
-  return f.kinds.empty() && f.bodyTags.empty() && f.statuses.empty() && f.search.empty();
-}
-
-PreviewStatus statusOf(const PlannedRename& row) {
-  if (!row.errors.empty()) return PreviewStatus::error;
-  if (!row.warnings.empty()) return PreviewStatus::warning;
-  return row.changes ? PreviewStatus::ok : PreviewStatus::unchanged;
-}
-
-}  // namespace
-
 // Per file of `files`: whether it is in the scope. Under "all" a shot is in when any of its files
 // is shown, so that a filter never splits one.
 std::vector<bool> FolderModel::scopeOf(const std::vector<FolderFile>& files) const {
@@ -822,21 +828,14 @@ void FolderModel::updateScope() {
   const std::vector<bool> fileFlags = scopeOf(files);
   info.subjectInScope.assign(prepared_->subjectPaths.size(), false);
   // Subjects are the files whose names are text, in the files' order.
-  std::vector<const FolderFile*> fileOfSubject(prepared_->subjectPaths.size(), nullptr);
-  std::unordered_map<std::string, std::vector<std::size_t>> shots;  // subjects by primary
+  std::vector<std::size_t> fileOfSubject(prepared_->subjectPaths.size(), 0);
   for (std::size_t i = 0, s = 0; i < files.size() && s < fileOfSubject.size(); ++i) {
     if (!files[i].nameIsText) continue;
-    fileOfSubject[s] = &files[i];
+    fileOfSubject[s] = i;
     info.subjectInScope[s] = fileFlags[i];
-    if (files[i].primaryURL != files[i].url) shots.try_emplace(files[i].primaryURL.native());
     ++s;
   }
-  if (!shots.empty()) {
-    for (std::size_t s = 0; s < fileOfSubject.size(); ++s) {
-      const auto shot = shots.find(fileOfSubject[s]->primaryURL.native());
-      if (shot != shots.end()) shot->second.push_back(s);
-    }
-  }
+  const Shots shots = shotsOf(files);
   std::set<std::string> splitShots;
   FileCounts& counts = counts_;
   counts.warnings = 0;
@@ -850,11 +849,11 @@ void FolderModel::updateScope() {
     const std::size_t s = row.subjectIndex;
     if (info.subjectInScope[s] && row.changes) {
       ++info.changed;
-      const auto shot = shots.find(fileOfSubject[s]->primaryURL.native());
+      const auto shot = shots.find(files[fileOfSubject[s]].primaryURL.native());
       if (shot != shots.end()) {
         std::vector<std::string> outside;
         for (std::size_t m : shot->second) {
-          if (!info.subjectInScope[m]) outside.push_back(fileOfSubject[m]->name.fullName());
+          if (!fileFlags[m]) outside.push_back(files[m].name.fullName());
         }
         if (!outside.empty()) {
           splitShots.insert(shot->first);

@@ -28,8 +28,7 @@ void addFolderContents(Shoot& shoot, const std::filesystem::path& folder,
     for (const ListedFile& f : listed.value())
       contents.files.push_back(f.name);
   }
-  contents.refusal = RenameAccess::ofFolder(folder);
-  if (contents.refusal == 0) contents.refusedFiles = RenameAccess::ofFiles(folder, contents.files);
+  RenameAccess::describe(folder, contents);
 }
 
 // Which file's metadata each file takes: its own, or its twin group's primary's.
